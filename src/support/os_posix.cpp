@@ -1,0 +1,73 @@
+// The operating-system façade on the native build.
+#include "support/os.h"
+
+#include <sys/stat.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+
+namespace qvx::os {
+namespace {
+
+std::string PathBytes(const std::wstring& path) { return NarrowUtf8(path); }
+
+struct FileCloser {
+    void operator()(std::FILE* f) const { std::fclose(f); }
+};
+
+}  // namespace
+
+std::optional<CFileBytes> ReadWholeFile(const std::wstring& path) {
+    std::unique_ptr<std::FILE, FileCloser> file(std::fopen(PathBytes(path).c_str(), "rb"));
+    if (!file) return std::nullopt;
+    struct stat st {};
+    if (fstat(fileno(file.get()), &st) != 0 || !S_ISREG(st.st_mode)) return std::nullopt;
+    std::vector<char> bytes(static_cast<std::size_t>(st.st_size) + 1, '\0');
+    std::size_t got = std::fread(bytes.data(), 1, bytes.size() - 1, file.get());
+    if (got != bytes.size() - 1) return std::nullopt;
+    return CFileBytes(std::move(bytes));
+}
+
+std::optional<FileStatus> StatFile(const std::wstring& path) {
+    struct stat st {};
+    if (stat(PathBytes(path).c_str(), &st) != 0) return std::nullopt;
+    FileStatus status;
+    status.isDirectory = S_ISDIR(st.st_mode);
+    status.size = static_cast<std::uint64_t>(st.st_size);
+    status.lastWrite = static_cast<std::int64_t>(st.st_mtim.tv_sec) * 10'000'000 +
+                       st.st_mtim.tv_nsec / 100;
+    return status;
+}
+
+std::optional<std::wstring> GetEnv(const std::wstring& name) {
+    const char* value = std::getenv(NarrowUtf8(name).c_str());
+    if (!value) return std::nullopt;
+    return WidenUtf8(value);
+}
+
+void SetEnv(const std::wstring& name, const std::optional<std::wstring>& value) {
+    if (value) {
+        setenv(NarrowUtf8(name).c_str(), NarrowUtf8(*value).c_str(), 1);
+    } else {
+        unsetenv(NarrowUtf8(name).c_str());
+    }
+}
+
+std::wstring CurrentDirectory() {
+    std::error_code ec;
+    auto dir = std::filesystem::current_path(ec);
+    return ec ? std::wstring() : WidenUtf8(dir.string());
+}
+
+std::wstring WidenAcp(std::string_view text) { return WidenCp1252(text); }
+std::string NarrowAcp(std::wstring_view text) { return NarrowCp1252(text); }
+
+std::uint64_t MonotonicMs() {
+    using namespace std::chrono;
+    return static_cast<std::uint64_t>(
+        duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
+}
+
+}  // namespace qvx::os

@@ -1,0 +1,87 @@
+// The operating-system façade on Windows.
+#include "support/os.h"
+#include "support/win32_handles.h"
+
+#include <cstdlib>
+
+namespace qvx::os {
+
+std::optional<CFileBytes> ReadWholeFile(const std::wstring& path) {
+    ovklib::CFileHandle file(CreateFileW(path.c_str(), GENERIC_READ,
+                                         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                         nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file) return std::nullopt;
+    LARGE_INTEGER size{};
+    if (!GetFileSizeEx(file.Get(), &size) || size.QuadPart < 0 ||
+        size.QuadPart > static_cast<LONGLONG>(0x7FFFFFF0)) {
+        return std::nullopt;
+    }
+    std::vector<char> bytes(static_cast<std::size_t>(size.QuadPart) + 1, '\0');
+    std::size_t done = 0;
+    while (done < bytes.size() - 1) {
+        DWORD got = 0;
+        DWORD want = static_cast<DWORD>(bytes.size() - 1 - done);
+        if (!ReadFile(file.Get(), bytes.data() + done, want, &got, nullptr) || got == 0) {
+            return std::nullopt;
+        }
+        done += got;
+    }
+    return CFileBytes(std::move(bytes));
+}
+
+std::optional<FileStatus> StatFile(const std::wstring& path) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data)) return std::nullopt;
+    FileStatus status;
+    status.isDirectory = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    status.size = (static_cast<std::uint64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
+    status.lastWrite = static_cast<std::int64_t>(
+        (static_cast<std::uint64_t>(data.ftLastWriteTime.dwHighDateTime) << 32) |
+        data.ftLastWriteTime.dwLowDateTime);
+    return status;
+}
+
+std::optional<std::wstring> GetEnv(const std::wstring& name) {
+    std::size_t needed = 0;
+    if (_wgetenv_s(&needed, nullptr, 0, name.c_str()) != 0 || needed == 0) return std::nullopt;
+    std::wstring value(needed, L'\0');
+    if (_wgetenv_s(&needed, value.data(), value.size(), name.c_str()) != 0) return std::nullopt;
+    value.resize(needed ? needed - 1 : 0);
+    return value;
+}
+
+void SetEnv(const std::wstring& name, const std::optional<std::wstring>& value) {
+    _wputenv_s(name.c_str(), value ? value->c_str() : L"");
+    SetEnvironmentVariableW(name.c_str(), value ? value->c_str() : nullptr);
+}
+
+std::wstring CurrentDirectory() {
+    DWORD needed = GetCurrentDirectoryW(0, nullptr);
+    if (needed == 0) return {};
+    std::wstring dir(needed, L'\0');
+    DWORD got = GetCurrentDirectoryW(needed, dir.data());
+    dir.resize(got < needed ? got : 0);
+    return dir;
+}
+
+std::wstring WidenAcp(std::string_view text) {
+    if (text.empty()) return {};
+    int n = MultiByteToWideChar(CP_ACP, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
+    std::wstring out(static_cast<std::size_t>(n), L'\0');
+    MultiByteToWideChar(CP_ACP, 0, text.data(), static_cast<int>(text.size()), out.data(), n);
+    return out;
+}
+
+std::string NarrowAcp(std::wstring_view text) {
+    if (text.empty()) return {};
+    int n = WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(text.size()), nullptr, 0,
+                                nullptr, nullptr);
+    std::string out(static_cast<std::size_t>(n), '\0');
+    WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(text.size()), out.data(), n,
+                        nullptr, nullptr);
+    return out;
+}
+
+std::uint64_t MonotonicMs() { return GetTickCount64(); }
+
+}  // namespace qvx::os

@@ -1,0 +1,83 @@
+// Move-only owners of Win32 handles: one template, one traits type per kind of handle.
+// Copy is deleted; Take() hands ownership away; the destructor releases.
+#pragma once
+
+#include "support/windows_api.h"
+
+#include <utility>
+
+namespace ovklib {
+
+template <typename Traits>
+class CScopedHandle {
+public:
+    using Handle = typename Traits::Handle;
+
+    CScopedHandle() = default;
+    explicit CScopedHandle(Handle handle) : m_handle(handle) {}
+    CScopedHandle(const CScopedHandle&) = delete;
+    CScopedHandle& operator=(const CScopedHandle&) = delete;
+    CScopedHandle(CScopedHandle&& other) noexcept : m_handle(other.Take()) {}
+    CScopedHandle& operator=(CScopedHandle&& other) noexcept {
+        if (this != &other) Reset(other.Take());
+        return *this;
+    }
+    ~CScopedHandle() { Reset(); }
+
+    Handle Get() const { return m_handle; }
+    explicit operator bool() const { return m_handle != Traits::Invalid(); }
+    /// Gives up ownership; the caller closes the handle.
+    Handle Take() { return std::exchange(m_handle, Traits::Invalid()); }
+    void Reset(Handle handle = Traits::Invalid()) {
+        Handle old = std::exchange(m_handle, handle);
+        if (old != Traits::Invalid()) Traits::Close(old);
+    }
+    /// For out-parameters of creating calls: releases what is held and points at the slot.
+    Handle* Receive() {
+        Reset();
+        return &m_handle;
+    }
+
+private:
+    Handle m_handle = Traits::Invalid();
+};
+
+struct FileHandleTraits {
+    using Handle = HANDLE;
+    static Handle Invalid() { return INVALID_HANDLE_VALUE; }
+    static void Close(Handle h) { CloseHandle(h); }
+};
+struct KernelHandleTraits {
+    using Handle = HANDLE;
+    static Handle Invalid() { return nullptr; }
+    static void Close(Handle h) { CloseHandle(h); }
+};
+struct RegKeyTraits {
+    using Handle = HKEY;
+    static Handle Invalid() { return nullptr; }
+    static void Close(Handle h) { RegCloseKey(h); }
+};
+struct FindHandleTraits {
+    using Handle = HANDLE;
+    static Handle Invalid() { return INVALID_HANDLE_VALUE; }
+    static void Close(Handle h) { FindClose(h); }
+};
+struct ModuleTraits {
+    using Handle = HMODULE;
+    static Handle Invalid() { return nullptr; }
+    static void Close(Handle h) { FreeLibrary(h); }
+};
+struct WindowTraits {
+    using Handle = HWND;
+    static Handle Invalid() { return nullptr; }
+    static void Close(Handle h) { DestroyWindow(h); }
+};
+
+using CFileHandle = CScopedHandle<FileHandleTraits>;
+using CKernelHandle = CScopedHandle<KernelHandleTraits>;
+using CRegKey = CScopedHandle<RegKeyTraits>;
+using CFindHandle = CScopedHandle<FindHandleTraits>;
+using CModuleHandle = CScopedHandle<ModuleTraits>;
+using CWindowHandle = CScopedHandle<WindowTraits>;
+
+}  // namespace ovklib
