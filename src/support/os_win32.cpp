@@ -42,12 +42,10 @@ std::optional<FileStatus> StatFile(const std::wstring& path) {
 }
 
 std::optional<std::wstring> GetEnv(const std::wstring& name) {
-    std::size_t needed = 0;
-    if (_wgetenv_s(&needed, nullptr, 0, name.c_str()) != 0 || needed == 0) return std::nullopt;
-    std::wstring value(needed, L'\0');
-    if (_wgetenv_s(&needed, value.data(), value.size(), name.c_str()) != 0) return std::nullopt;
-    value.resize(needed ? needed - 1 : 0);
-    return value;
+    // The C runtime's copy of the environment, which is what _wputenv_s changes.
+    const wchar_t* value = _wgetenv(name.c_str());
+    if (!value) return std::nullopt;
+    return std::wstring(value);
 }
 
 void SetEnv(const std::wstring& name, const std::optional<std::wstring>& value) {
