@@ -78,7 +78,10 @@ std::wstring WidenUtf8(std::string_view text) {
     while (i < text.size()) {
         auto b = static_cast<unsigned char>(text[i]);
         int extra = b < 0x80 ? 0 : (b >> 5) == 6 ? 1 : (b >> 4) == 14 ? 2 : (b >> 3) == 30 ? 3 : -1;
-        char32_t c = extra == 0 ? b : extra == 1 ? (b & 0x1F) : extra == 2 ? (b & 0x0F) : (b & 0x07);
+        char32_t c = extra == 0   ? b
+                     : extra == 1 ? (b & 0x1F)
+                     : extra == 2 ? (b & 0x0F)
+                                  : (b & 0x07);
         bool ok = extra >= 0 && i + extra < text.size();
         for (int k = 1; ok && k <= extra; ++k) {
             auto t = static_cast<unsigned char>(text[i + k]);

@@ -36,8 +36,8 @@ std::optional<FileStatus> StatFile(const std::wstring& path) {
     FileStatus status;
     status.isDirectory = S_ISDIR(st.st_mode);
     status.size = static_cast<std::uint64_t>(st.st_size);
-    status.lastWrite = static_cast<std::int64_t>(st.st_mtim.tv_sec) * 10'000'000 +
-                       st.st_mtim.tv_nsec / 100;
+    status.lastWrite =
+        static_cast<std::int64_t>(st.st_mtim.tv_sec) * 10'000'000 + st.st_mtim.tv_nsec / 100;
     return status;
 }
 

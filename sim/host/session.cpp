@@ -1,0 +1,50 @@
+// The simulated host's session state and its load-time table.
+#include "sim/host/session.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace sim {
+
+CSession& CSession::Instance() {
+    static CSession session;
+    return session;
+}
+
+void CSession::Reset() {
+    displayVersion = "8.0.4.0";
+    build = "M040";
+    textDirectory.clear();
+    wcharSize = 2;
+    std::memset(errorText, 0, sizeof errorText);
+    messages.clear();
+    calls.clear();
+    m_omitted.clear();
+}
+
+const QvxToolkitArgs* CSession::Args() {
+    m_table.clear();
+    for (const QvxHostFunction& f : AllHostFunctions()) {
+        std::string name = f.name;
+        name.resize(name.size() - 2);  // without "_v"
+        if (!m_omitted.count(name)) m_table.push_back(f);
+    }
+    m_args = QvxToolkitArgs{};
+    m_args.structSize = sizeof m_args;
+    m_args.functions = m_table.data();
+    m_args.functionCount = static_cast<std::uint32_t>(m_table.size());
+    m_args.displayVersion = displayVersion.c_str();
+    m_args.build = build.c_str();
+    m_args.textDirectory = textDirectory.c_str();
+    m_args.wcharSize = wcharSize;
+    m_args.errorText = errorText;
+    m_args.errorTextSize = sizeof errorText;
+    return &m_args;
+}
+
+void CSession::Record(std::string line) {
+    calls.push_back(std::move(line));
+    if (onCall) onCall(calls.back());
+}
+
+}  // namespace sim

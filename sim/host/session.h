@@ -1,0 +1,62 @@
+// The simulated CAD host's session: everything the host functions read and change, kept in
+// memory, plus the table of host functions handed to the plug-in at load. One per process,
+// like the host; tests reset it between cases.
+#pragma once
+
+#include "toolkit/host_table.h"
+#include "toolkit/pro_types.h"
+
+#include <cstdarg>
+
+#include <functional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace sim {
+
+class CSession {
+public:
+    static CSession& Instance();
+
+    /// Back to a fresh host: empty message area and logs, default version and sizes, every
+    /// function present.
+    void Reset();
+
+    // -- The load-time argument --------------------------------------------------------------
+    /// Leaves a host function (by name without "_v") out of the table, as an older host would.
+    void Omit(const std::string& name) { m_omitted.insert(name); }
+    /// The argument for user_initialize_plus; valid until the next call or Reset().
+    const QvxToolkitArgs* Args();
+
+    std::string displayVersion = "8.0.4.0";
+    std::string build = "M040";
+    std::wstring textDirectory;
+    std::uint32_t wcharSize = 2;
+    char errorText[256] = {};
+
+    // -- What the plug-in did to the host ------------------------------------------------------
+    /// Texts shown in the message area, after the key's places were filled.
+    std::vector<std::string> messages;
+    /// Every host call, one readable line each, in order.
+    std::vector<std::string> calls;
+    /// Called with each new line of `calls`, e.g. to echo it into a session log.
+    std::function<void(const std::string&)> onCall;
+
+    void Record(std::string line);
+
+private:
+    CSession() = default;
+    std::set<std::string> m_omitted;
+    std::vector<QvxHostFunction> m_table;
+    QvxToolkitArgs m_args{};
+};
+
+/// Every host function the simulated host offers, sorted by name with the "_v" suffix.
+std::vector<QvxHostFunction> AllHostFunctions();
+
+/// Fills a message key's "%0s" style places from `args`, in order: s narrow text, w wide
+/// text, d int, f double. Unknown places are left as they stand.
+std::string FormatMessageKey(const char* key, va_list args);
+
+}  // namespace sim

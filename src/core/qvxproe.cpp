@@ -1,0 +1,80 @@
+// CQvxProE's construction, start and stop.
+#include "core/qvxproe.h"
+
+#include "core/language.h"
+#include "core/startup_platform.h"
+#include "support/os.h"
+#include "support/registry.h"
+#include "toolkit/host_table.h"
+
+std::unique_ptr<CQvxProE> g_qvxProE;
+
+namespace {
+
+constexpr const wchar_t* kInstallKey = L"SOFTWARE\\Quorvex\\QvxProENGINEER";
+constexpr std::uint32_t kConfigTimerMs = 2000;
+
+void OnConfigTimerTick() {
+    if (g_qvxProE) g_qvxProE->OnConfigTimer();
+}
+
+}  // namespace
+
+CQvxProE::CQvxProE(const wchar_t* version) : m_version(version ? version : L"") {
+    qvx::core::SetLanguageIdFromName("en-US");
+    if (m_version.find(L"Wildfire") == std::wstring::npos) {
+        m_version = L"Creo Parametric " + m_version;
+    }
+    qvx::core::ChooseLanguage(qvx::os::GetEnv(L"PRO_LANG"), qvx::core::ThreadUiLanguage());
+}
+
+CQvxProE::~CQvxProE() { Stop(); }
+
+int CQvxProE::Start() {
+    // A missing key or value leaves the home directory empty; start-up goes on regardless.
+    m_homeDirectory = qvx::os::ReadRegistryString(qvx::os::RegistryRoot::LocalMachine, kInstallKey,
+                                                  L"Home Directory", 262)
+                          .value_or(L"");
+    BuildActionTree();
+    if (!ConnectDriver()) return 0;
+    LoadSettingsToDriver();
+
+    wchar_t appTextDirectory[260] = {};
+    QvxTkTextDirectoryGet(appTextDirectory, 260);
+    m_textDirectory = qvx::core::PrepareTextDirectory(appTextDirectory, m_homeDirectory);
+
+    AddHostMenu();
+    CreateLcdApplet();
+    ConnectModeSignal();
+    m_timerId = qvx::core::StartThreadTimer(m_timerId, kConfigTimerMs, &OnConfigTimerTick);
+    return 1;
+}
+
+int CQvxProE::Stop() {
+    if (m_timerId != 0) {
+        qvx::core::StopThreadTimer(m_timerId);
+        m_timerId = 0;
+    }
+    DisconnectModeSignal();
+    EndLcdApplet();
+    m_commands.clear();
+    return 0;
+}
+
+void CQvxProE::OnConfigTimer() {
+    if (!HostConfigurationChanged()) return;
+    BuildActionTree();
+    m_actionSets.clear();
+    OnProMode(m_mode);
+}
+
+// Until the pieces behind them exist, these steps of Start() and Stop() do nothing.
+void CQvxProE::BuildActionTree() {}
+void CQvxProE::LoadSettingsToDriver() {}
+void CQvxProE::AddHostMenu() {}
+void CQvxProE::CreateLcdApplet() {}
+void CQvxProE::EndLcdApplet() {}
+void CQvxProE::ConnectModeSignal() {}
+void CQvxProE::DisconnectModeSignal() {}
+bool CQvxProE::HostConfigurationChanged() { return false; }
+void CQvxProE::OnProMode(ProMode mode) { m_mode = mode; }

@@ -1,0 +1,78 @@
+// CQvxProE: the one central object of the plug-in, between the host and the driver. It lives
+// from user_initialize to user_terminate, on the host's main thread only; that single thread
+// is its guard, so nothing here is locked.
+#pragma once
+
+#include "toolkit/pro_types.h"
+
+#include <boost/array.hpp>
+#include <boost/function.hpp>
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+
+class CQvxProE {
+public:
+    /// A driver command code's handler: press state, 16 integers, 16 floats.
+    using CommandHandler =
+        boost::function<void(bool, boost::array<int, 16>, boost::array<float, 16>)>;
+
+    /// `version` is the host's display version; null counts as empty.
+    explicit CQvxProE(const wchar_t* version);
+    CQvxProE(const CQvxProE&) = delete;
+    CQvxProE& operator=(const CQvxProE&) = delete;
+    virtual ~CQvxProE();
+
+    /// Brings the plug-in up: 1 when it runs, 0 when it stays idle (no driver, or too old).
+    int Start();
+    /// Takes everything down that Start() set up; may be called again, always returns 0.
+    int Stop();
+
+    /// Connects the driver and fills the binding table; false when the plug-in must stay idle.
+    bool ConnectDriver();
+
+    /// A text identifier of an action from the driver; acts on press only.
+    void OnCommand(const char* id, bool pressed);
+    /// A numeric command code from the driver with its two parameter arrays of 16 each.
+    void OnCommandEx(unsigned code, bool pressed, int* ints, float* floats);
+    /// The driver's configuration values changed.
+    void OnValueChanged();
+    /// The host's mode changed (or the action tree must be published again for `mode`).
+    void OnProMode(ProMode mode);
+
+    /// Every 2,000 ms: rebuilds and republishes the action tree when a host configuration
+    /// file changed.
+    void OnConfigTimer();
+
+    const std::wstring& Version() const { return m_version; }
+    const std::wstring& HomeDirectory() const { return m_homeDirectory; }
+    const std::wstring& TextDirectory() const { return m_textDirectory; }
+    std::uint32_t TimerId() const { return m_timerId; }
+    ProMode Mode() const { return m_mode; }
+    const std::map<std::uint32_t, CommandHandler>& Commands() const { return m_commands; }
+
+private:
+    // The steps of Start() that belong to other parts of the plug-in, in their order.
+    void BuildActionTree();
+    void LoadSettingsToDriver();
+    void AddHostMenu();
+    void CreateLcdApplet();
+    void EndLcdApplet();
+    void ConnectModeSignal();
+    void DisconnectModeSignal();
+    bool HostConfigurationChanged();
+
+    std::wstring m_version;
+    std::wstring m_homeDirectory;
+    std::wstring m_textDirectory;
+    std::int32_t m_popupDepth = 0;
+    std::map<ProMode, std::string> m_actionSets;
+    std::uint32_t m_timerId = 0;
+    ProMode m_mode = -3;
+    std::map<std::uint32_t, CommandHandler> m_commands;
+};
+
+/// The one CQvxProE of the process; empty before user_initialize and after user_terminate.
+extern std::unique_ptr<CQvxProE> g_qvxProE;

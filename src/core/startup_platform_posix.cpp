@@ -1,0 +1,75 @@
+// The start-up steps on the native build: the text directory with std::filesystem, and
+// timers that only run when a test says so (see timer_posix.h).
+#include "core/startup_platform.h"
+#include "core/timer_posix.h"
+#include "support/os.h"
+
+#include <filesystem>
+#include <map>
+
+namespace qvx::core {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path PathOf(const std::wstring& text) { return fs::path(os::NarrowUtf8(text)); }
+
+void CopyTree(const fs::path& from, const fs::path& to) {
+    std::error_code ec;
+    bool made = false;
+    for (fs::directory_iterator it(from, ec), end; !ec && it != end; it.increment(ec)) {
+        if (!made) {
+            fs::create_directory(to, ec);
+            made = true;
+        }
+        fs::path target = to / it->path().filename();
+        if (it->is_directory(ec)) {
+            CopyTree(it->path(), target);
+        } else {
+            fs::copy_file(it->path(), target, fs::copy_options::overwrite_existing, ec);
+        }
+    }
+}
+
+std::map<std::uint32_t, void (*)()>& Timers() {
+    static std::map<std::uint32_t, void (*)()> timers;
+    return timers;
+}
+std::uint32_t g_nextTimerId = 1;
+
+}  // namespace
+
+std::uint32_t ThreadUiLanguage() { return g_threadUiLanguageForTest; }
+
+std::uint32_t g_threadUiLanguageForTest = 0x0409;
+
+std::wstring PrepareTextDirectory(const std::wstring& appTextDirectory,
+                                  const std::wstring& homeDirectory) {
+    if (appTextDirectory.empty()) return {};
+    std::error_code ec;
+    fs::path dir = PathOf(appTextDirectory);
+    fs::create_directories(dir, ec);
+    fs::remove_all(dir, ec);
+    fs::create_directory(dir, ec);
+    fs::path text = dir / "text";
+    fs::create_directory(text, ec);
+    if (!homeDirectory.empty()) CopyTree(PathOf(homeDirectory) / "text", text);
+    return os::WidenUtf8(text.string());
+}
+
+std::uint32_t StartThreadTimer(std::uint32_t id, std::uint32_t, void (*callback)()) {
+    if (id == 0) id = g_nextTimerId++;
+    Timers()[id] = callback;
+    return id;
+}
+
+void StopThreadTimer(std::uint32_t id) { Timers().erase(id); }
+
+std::size_t FireThreadTimersForTest() {
+    // Copied first: a callback may stop its own timer.
+    auto timers = Timers();
+    for (auto& [id, callback] : timers) callback();
+    return timers.size();
+}
+
+}  // namespace qvx::core
