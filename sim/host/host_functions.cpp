@@ -10,10 +10,10 @@
 namespace sim {
 namespace {
 
-ProError MessageDisplay(const wchar_t* file, const char* key, va_list args) {
-    if (!key) return PRO_TK_BAD_INPUTS;
+ProError MessageDisplay(const wchar_t* file, const char* key, QvxMessageArgs* args) {
+    if (!key || !args) return PRO_TK_BAD_INPUTS;
     va_list copy;
-    va_copy(copy, args);
+    va_copy(copy, args->list);
     std::string text = FormatMessageKey(key, copy);
     va_end(copy);
     CSession& session = CSession::Instance();

@@ -48,7 +48,9 @@ std::wstring PrepareTextDirectory(const std::wstring& appTextDirectory,
     if (appTextDirectory.empty()) return {};
     std::error_code ec;
     fs::path dir = PathOf(appTextDirectory);
-    fs::create_directories(dir, ec);
+    // Made one level deep only, as on Windows: a missing parent means no text directory.
+    if (!fs::is_directory(dir, ec)) fs::create_directory(dir, ec);
+    if (!fs::is_directory(dir, ec)) return {};
     fs::remove_all(dir, ec);
     fs::create_directory(dir, ec);
     fs::path text = dir / "text";

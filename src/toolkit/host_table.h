@@ -3,6 +3,7 @@
 // host's loader would be adapted to it in this one place.
 #pragma once
 
+#include <cstdarg>
 #include <cstdint>
 
 #ifdef _WIN32
@@ -17,6 +18,11 @@ extern "C" {
 struct QvxHostFunction {
     const char* name;
     void* entry;
+};
+
+/// The arguments of a variadic host call, as its "_v" entry receives them.
+struct QvxMessageArgs {
+    va_list list;
 };
 
 /// The load-time argument of user_initialize_plus. `functions` is sorted by name as strcmp

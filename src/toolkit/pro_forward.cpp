@@ -214,14 +214,17 @@ ProError ProWindowRefresh(ProWindowId window) {
     return CallHost(entry, window);
 }
 
-// The host's entry takes the arguments as a va_list, since a variadic call cannot be forwarded.
+// The host's entry takes the arguments as a va_list, since a variadic call cannot be
+// forwarded; it gets them wrapped in a struct, which keeps the type free of the ABI's
+// attributes.
 ProError ProMessageDisplay(const wchar_t* messageFile, const char* key, ...) {
-    static CHostEntry<ProError(const wchar_t*, const char*, va_list)> entry("ProMessageDisplay_v");
+    static CHostEntry<ProError(const wchar_t*, const char*, QvxMessageArgs*)> entry(
+        "ProMessageDisplay_v");
     auto* fn = entry.Get();
     if (!fn) return -1;
-    va_list args;
-    va_start(args, key);
-    ProError status = fn(messageFile, key, args);
-    va_end(args);
+    QvxMessageArgs args;
+    va_start(args.list, key);
+    ProError status = fn(messageFile, key, &args);
+    va_end(args.list);
     return status;
 }

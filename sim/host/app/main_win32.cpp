@@ -1,0 +1,95 @@
+// qvxhost.exe: the simulated CAD host. Loads the plug-in DLL, plays a scenario file and
+// writes a session log; exits 1 on the first failed expectation, 2 on bad usage.
+//
+//   qvxhost.exe [--plugin DLL] [--log FILE] [--sandbox DIR] SCENARIO
+#include "runner_win32.h"
+
+#include "support/os.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Paths from the build machine reach us as /unix/paths; Wine shows them on drive Z:.
+std::wstring WindowsPath(std::wstring path) {
+    if (!path.empty() && path[0] == L'/') {
+        for (auto& c : path) {
+            if (c == L'/') c = L'\\';
+        }
+        path = L"Z:" + path;
+    }
+    return path;
+}
+
+std::wstring ModuleFolder() {
+    wchar_t buffer[MAX_PATH] = {};
+    GetModuleFileNameW(nullptr, buffer, MAX_PATH);
+    return fs::path(buffer).parent_path().wstring();
+}
+
+}  // namespace
+
+int wmain(int argc, wchar_t** argv) {
+    sim::CScenarioRunner::Options options;
+    std::wstring scenarioPath;
+    for (int i = 1; i < argc; ++i) {
+        std::wstring arg = argv[i];
+        auto next = [&]() { return i + 1 < argc ? WindowsPath(argv[++i]) : std::wstring(); };
+        if (arg == L"--plugin") {
+            options.pluginPath = next();
+        } else if (arg == L"--log") {
+            options.logPath = next();
+        } else if (arg == L"--sandbox") {
+            options.sandbox = next();
+        } else {
+            scenarioPath = WindowsPath(arg);
+        }
+    }
+    if (scenarioPath.empty()) {
+        std::fprintf(stderr,
+                     "usage: qvxhost [--plugin DLL] [--log FILE] [--sandbox DIR] "
+                     "SCENARIO\n");
+        return 2;
+    }
+    auto text = qvx::os::ReadWholeFile(scenarioPath);
+    if (!text) {
+        std::fprintf(stderr, "qvxhost: cannot read %ls\n", scenarioPath.c_str());
+        return 2;
+    }
+    std::vector<sim::CScenarioError> errors;
+    auto steps = sim::ParseScenario(std::string(text->Data(), text->Length()), &errors);
+    for (const auto& e : errors) {
+        std::fprintf(stderr, "%ls:%d: %s\n", scenarioPath.c_str(), e.line, e.message.c_str());
+    }
+    if (!errors.empty()) return 2;
+
+    std::wstring stem = fs::path(scenarioPath).stem().wstring();
+    options.scenarioName = qvx::os::NarrowUtf8(fs::path(scenarioPath).filename().wstring());
+    if (options.pluginPath.empty()) options.pluginPath = ModuleFolder() + L"\\qvxproengineer.dll";
+    if (options.logPath.empty()) options.logPath = stem + L".log";
+    if (options.sandbox.empty()) {
+        wchar_t temp[MAX_PATH] = {};
+        GetTempPathW(MAX_PATH, temp);
+        options.sandbox = std::wstring(temp) + L"qvxhost-" + stem;
+    }
+    options.logPath = fs::absolute(fs::path(options.logPath)).wstring();
+
+    bool passed = false;
+    std::string failure;
+    {
+        sim::CScenarioRunner runner(options);
+        passed = runner.Run(steps);
+        failure = runner.Failure();
+    }
+    if (passed) {
+        std::printf("qvxhost: %s passed\n", options.scenarioName.c_str());
+    } else {
+        std::printf("qvxhost: %s FAILED at %s\n", options.scenarioName.c_str(), failure.c_str());
+    }
+    std::printf("qvxhost: session log %ls\n", options.logPath.c_str());
+    return passed ? 0 : 1;
+}

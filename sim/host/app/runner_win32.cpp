@@ -1,0 +1,284 @@
+// The scenario runner: the steps every scenario may use, the plug-in's load and unload, the
+// message pump, and the capture of what the plug-in writes to standard output.
+#include "runner_win32.h"
+
+#include "sim/host/session.h"
+#include "support/os.h"
+#include "support/registry.h"
+#include "toolkit/host_table.h"
+
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+
+#include <cstdio>
+#include <filesystem>
+
+namespace sim {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::wstring Wide(const std::string& utf8) { return qvx::os::WidenUtf8(utf8); }
+std::string Utf8(const std::wstring& wide) { return qvx::os::NarrowUtf8(wide); }
+
+bool SplitRegistryKey(const std::string& full, qvx::os::RegistryRoot& root, std::wstring& key) {
+    auto slash = full.find('\\');
+    if (slash == std::string::npos) return false;
+    std::string head = full.substr(0, slash);
+    if (head == "HKLM" || head == "HKEY_LOCAL_MACHINE") {
+        root = qvx::os::RegistryRoot::LocalMachine;
+    } else if (head == "HKCU" || head == "HKEY_CURRENT_USER") {
+        root = qvx::os::RegistryRoot::CurrentUser;
+    } else {
+        return false;
+    }
+    key = Wide(full.substr(slash + 1));
+    return true;
+}
+
+std::string Quote(const std::string& text) {
+    std::string out = "\"";
+    for (char c : text) {
+        if (c == '\n') {
+            out += "\\n";
+        } else if (c == '"' || c == '\\') {
+            out += '\\';
+            out += c;
+        } else {
+            out += c;
+        }
+    }
+    return out + "\"";
+}
+
+}  // namespace
+
+CScenarioRunner::CScenarioRunner(Options options) : m_options(std::move(options)) {
+    m_log.open(fs::path(m_options.logPath), std::ios::binary | std::ios::trunc);
+    std::error_code ec;
+    fs::remove_all(fs::path(m_options.sandbox), ec);
+    fs::create_directories(fs::path(m_options.sandbox), ec);
+    m_variables["SANDBOX"] = Utf8(m_options.sandbox);
+    CSession::Instance().Reset();
+    CSession::Instance().onCall = [this](const std::string& line) { Log("  host: " + line); };
+    AddCoreVerbs();
+    StartCapture();
+}
+
+CScenarioRunner::~CScenarioRunner() {
+    Unload();
+    FlushCaptureToLog();
+    std::fflush(stdout);
+    if (m_savedStdout >= 0) {
+        _dup2(m_savedStdout, 1);
+        _close(m_savedStdout);
+    }
+    CSession::Instance().onCall = nullptr;
+}
+
+void CScenarioRunner::Log(const std::string& line) {
+    m_log << line << "\n";
+    m_log.flush();
+}
+
+bool CScenarioRunner::Fail(const std::string& reason) {
+    if (m_failure.empty()) {
+        m_failure = "line " + std::to_string(m_line) + ": " + reason;
+    }
+    return false;
+}
+
+std::string CScenarioRunner::Expand(const std::string& word) const {
+    return ExpandVariables(word, m_variables);
+}
+
+void CScenarioRunner::PumpFor(unsigned ms) {
+    ULONGLONG end = GetTickCount64() + ms;
+    for (;;) {
+        MSG msg;
+        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+            TranslateMessage(&msg);
+            DispatchMessageW(&msg);
+        }
+        ULONGLONG now = GetTickCount64();
+        if (now >= end) break;
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(end - now), QS_ALLINPUT);
+    }
+}
+
+bool CScenarioRunner::Run(const std::vector<CScenarioStep>& steps) {
+    Log("scenario " + m_options.scenarioName);
+    Log("plug-in  " + Utf8(m_options.pluginPath));
+    Log("sandbox  " + Utf8(m_options.sandbox));
+    for (const CScenarioStep& step : steps) {
+        m_line = step.line;
+        std::vector<std::string> args;
+        std::string shown;
+        for (std::size_t i = 1; i < step.words.size(); ++i) {
+            args.push_back(Expand(step.words[i]));
+            shown += " " + (args.back().find(' ') != std::string::npos || args.back().empty()
+                                ? Quote(args.back())
+                                : args.back());
+        }
+        Log("[" + std::to_string(step.line) + "] " + step.words[0] + shown);
+        auto verb = m_verbs.find(step.words[0]);
+        bool ok = verb != m_verbs.end() ? verb->second(args)
+                                        : Fail("unknown step '" + step.words[0] + "'");
+        FlushCaptureToLog();
+        if (!ok) {
+            if (m_failure.empty()) Fail("step failed");
+            Log("FAILED " + m_failure);
+            return false;
+        }
+    }
+    Unload();
+    FlushCaptureToLog();
+    Log("PASSED");
+    return true;
+}
+
+bool CScenarioRunner::Load() {
+    if (m_plugin) return Fail("the plug-in is loaded already");
+    m_plugin.Reset(LoadLibraryW(m_options.pluginPath.c_str()));
+    if (!m_plugin) return Fail("LoadLibrary failed, error " + std::to_string(GetLastError()));
+    auto init = reinterpret_cast<int (*)(const QvxToolkitArgs*)>(
+        reinterpret_cast<void*>(GetProcAddress(m_plugin.Get(), "user_initialize_plus")));
+    if (!init) return Fail("the plug-in does not export user_initialize_plus");
+    int result = init(CSession::Instance().Args());
+    Log("  user_initialize_plus returned " + std::to_string(result));
+    return true;
+}
+
+void CScenarioRunner::Unload() {
+    if (!m_plugin) return;
+    auto term = reinterpret_cast<void (*)()>(
+        reinterpret_cast<void*>(GetProcAddress(m_plugin.Get(), "user_terminate_plus")));
+    if (term) term();
+    std::fflush(stdout);
+    m_plugin.Reset();
+    Log("  unloaded");
+}
+
+void CScenarioRunner::StartCapture() {
+    m_capturePath = m_options.sandbox + L"\\stdout.txt";
+    std::fflush(stdout);
+    int fd = _wopen(m_capturePath.c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY,
+                    _S_IREAD | _S_IWRITE);
+    if (fd < 0) return;
+    m_savedStdout = _dup(1);
+    _dup2(fd, 1);
+    _close(fd);
+}
+
+std::string CScenarioRunner::CapturedStdout() {
+    std::fflush(stdout);
+    auto bytes = qvx::os::ReadWholeFile(m_capturePath);
+    return bytes ? std::string(bytes->Data(), bytes->Length()) : std::string();
+}
+
+void CScenarioRunner::FlushCaptureToLog() {
+    std::string all = CapturedStdout();
+    if (all.size() <= m_captureLogged) return;
+    std::string fresh = all.substr(m_captureLogged);
+    m_captureLogged = all.size();
+    std::size_t start = 0;
+    while (start < fresh.size()) {
+        std::size_t end = fresh.find('\n', start);
+        if (end == std::string::npos) end = fresh.size();
+        Log("  stdout: " + fresh.substr(start, end - start));
+        start = end + 1;
+    }
+}
+
+void CScenarioRunner::AddCoreVerbs() {
+    auto need = [this](const std::vector<std::string>& args, std::size_t n, const char* usage) {
+        return args.size() >= n ? true : Fail(std::string("usage: ") + usage);
+    };
+
+    AddVerb("echo", [this](const std::vector<std::string>& args) {
+        std::string text;
+        for (const auto& a : args) text += (text.empty() ? "" : " ") + a;
+        Log("  " + text);
+        return true;
+    });
+    AddVerb("host", [this, need](const std::vector<std::string>& args) {
+        if (!need(args, 2, "host version|build|textdir|wchar-size|omit VALUE")) return false;
+        CSession& s = CSession::Instance();
+        const std::string& what = args[0];
+        if (what == "version") {
+            s.displayVersion = args[1];
+        } else if (what == "build") {
+            s.build = args[1];
+        } else if (what == "textdir") {
+            s.textDirectory = Wide(args[1]);
+        } else if (what == "wchar-size") {
+            s.wcharSize = static_cast<std::uint32_t>(std::stoul(args[1]));
+        } else if (what == "omit") {
+            s.Omit(args[1]);
+        } else {
+            return Fail("unknown host setting '" + what + "'");
+        }
+        return true;
+    });
+    AddVerb("env", [need](const std::vector<std::string>& args) {
+        if (!need(args, 1, "env NAME [VALUE]")) return false;
+        qvx::os::SetEnv(Wide(args[0]), args.size() > 1 ? std::optional(Wide(args[1]))
+                                                       : std::optional<std::wstring>());
+        return true;
+    });
+    AddVerb("registry", [this, need](const std::vector<std::string>& args) {
+        if (!need(args, 3, "registry set KEY VALUE DATA | registry delete KEY VALUE")) {
+            return false;
+        }
+        qvx::os::RegistryRoot root{};
+        std::wstring key;
+        if (!SplitRegistryKey(args[1], root, key)) return Fail("key must start HKLM\\ or HKCU\\");
+        if (args[0] == "set" && args.size() >= 4) {
+            return qvx::os::WriteRegistryString(root, key, Wide(args[2]), Wide(args[3])) ||
+                   Fail("registry write failed");
+        }
+        if (args[0] == "delete") {
+            qvx::os::WriteRegistryString(root, key, Wide(args[2]), std::nullopt);
+            return true;
+        }
+        return Fail("usage: registry set KEY VALUE DATA | registry delete KEY VALUE");
+    });
+    AddVerb("mkdir", [need](const std::vector<std::string>& args) {
+        if (!need(args, 1, "mkdir PATH")) return false;
+        std::error_code ec;
+        fs::create_directories(fs::path(Wide(args[0])), ec);
+        return true;
+    });
+    AddVerb("file", [this, need](const std::vector<std::string>& args) {
+        if (!need(args, 2, "file PATH CONTENT")) return false;
+        fs::path path(Wide(args[0]));
+        std::error_code ec;
+        if (path.has_parent_path()) fs::create_directories(path.parent_path(), ec);
+        std::ofstream out(path, std::ios::binary | std::ios::trunc);
+        out << args[1];
+        return out ? true : Fail("cannot write " + args[0]);
+    });
+    AddVerb("remove", [need](const std::vector<std::string>& args) {
+        if (!need(args, 1, "remove PATH")) return false;
+        std::error_code ec;
+        fs::remove_all(fs::path(Wide(args[0])), ec);
+        return true;
+    });
+    AddVerb("load", [this](const std::vector<std::string>&) { return Load(); });
+    AddVerb("unload", [this](const std::vector<std::string>&) {
+        Unload();
+        return true;
+    });
+    AddVerb("wait", [need](const std::vector<std::string>& args) {
+        if (!need(args, 1, "wait MILLISECONDS")) return false;
+        PumpFor(static_cast<unsigned>(std::stoul(args[0])));
+        return true;
+    });
+    AddVerb("expect", [this, need](const std::vector<std::string>& args) {
+        if (!need(args, 1, "expect WHAT ...")) return false;
+        return ExpectStep(args);
+    });
+}
+
+}  // namespace sim

@@ -1,0 +1,65 @@
+// Plays a scenario against the plug-in DLL in this process, writing a session log.
+#pragma once
+
+#include "sim/host/scenario.h"
+#include "support/win32_handles.h"
+
+#include <fstream>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace sim {
+
+class CScenarioRunner {
+public:
+    struct Options {
+        std::wstring pluginPath;
+        std::wstring sandbox;
+        std::wstring logPath;
+        std::string scenarioName;
+    };
+
+    explicit CScenarioRunner(Options options);
+    ~CScenarioRunner();
+
+    /// Runs every step; false at the first failed expectation or bad step.
+    bool Run(const std::vector<CScenarioStep>& steps);
+    const std::string& Failure() const { return m_failure; }
+
+    using Handler = std::function<bool(const std::vector<std::string>& args)>;
+    /// Adds a step verb; further verbs come from the parts of the host that need them.
+    void AddVerb(const std::string& verb, Handler handler) { m_verbs[verb] = std::move(handler); }
+
+    /// Logs one line of the session log.
+    void Log(const std::string& line);
+    /// Marks the current step failed with a reason; returns false for use in handlers.
+    bool Fail(const std::string& reason);
+    std::string Expand(const std::string& word) const;
+
+    /// Pumps this thread's messages for `ms` milliseconds.
+    static void PumpFor(unsigned ms);
+
+private:
+    void AddCoreVerbs();
+    bool ExpectStep(const std::vector<std::string>& args);
+    bool Load();
+    void Unload();
+    void StartCapture();
+    std::string CapturedStdout();
+    void FlushCaptureToLog();
+
+    Options m_options;
+    std::ofstream m_log;
+    std::map<std::string, std::string> m_variables;
+    std::map<std::string, Handler> m_verbs;
+    ovklib::CModuleHandle m_plugin;
+    std::string m_failure;
+    int m_line = 0;
+    int m_savedStdout = -1;
+    std::wstring m_capturePath;
+    std::size_t m_captureLogged = 0;
+};
+
+}  // namespace sim
