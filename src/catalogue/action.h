@@ -11,12 +11,12 @@
 class CAction {
 public:
     enum Kind : std::int32_t {
-        kUnknown = 0,    ///< "Unknown": free text, menu id kept
-        kMenuItem = 1,   ///< "MenuItem": a Windows command id posted to this thread
-        kS3dm = 2,       ///< "s3dm": a named handler of the process-wide table
-        kProCmd = 3,     ///< "ProCmd": a host macro made from a command's name
+        kUnknown = 0,      ///< "Unknown": free text, menu id kept
+        kMenuItem = 1,     ///< "MenuItem": a Windows command id posted to this thread
+        kS3dm = 2,         ///< "s3dm": a named handler of the process-wide table
+        kProCmd = 3,       ///< "ProCmd": a host macro made from a command's name
         kProCmdCheck = 4,  ///< "ProCmd" for a check-button command; its macro carries " 1"
-        kProMacro = 5,   ///< "ProMacro": a mapkey's key sequence, or a macro run as it stands
+        kProMacro = 5,     ///< "ProMacro": a mapkey's key sequence, or a macro run as it stands
     };
 
     CAction() = default;
