@@ -27,7 +27,7 @@ test-win: win64
 
 test: test-linux test-win
 
-demo: win64
+demo: linux win64
 	$(WINE_RUN) --start-server
 	scripts/demo; rc=$$?; $(WINE_RUN) --stop-server; exit $$rc
 

@@ -56,10 +56,15 @@ std::string FormatMessageKey(const char* key, va_list args) {
     return out;
 }
 
+void AddMessageFunctions(std::vector<QvxHostFunction>& table) {
+    table.push_back({"ProMessageDisplay_v", reinterpret_cast<void*>(&MessageDisplay)});
+}
+
 std::vector<QvxHostFunction> AllHostFunctions() {
-    std::vector<QvxHostFunction> table = {
-        {"ProMessageDisplay_v", reinterpret_cast<void*>(&MessageDisplay)},
-    };
+    std::vector<QvxHostFunction> table;
+    AddMessageFunctions(table);
+    AddViewFunctions(table);
+    AddMacroFunctions(table);
     std::sort(table.begin(), table.end(), [](const QvxHostFunction& a, const QvxHostFunction& b) {
         return std::strcmp(a.name, b.name) < 0;
     });

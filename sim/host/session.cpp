@@ -20,6 +20,33 @@ void CSession::Reset() {
     messages.clear();
     calls.clear();
     m_omitted.clear();
+    CloseModel();
+    configOptions.clear();
+    macros.clear();
+    refuseUnknownMacros = false;
+    refusedMacros.clear();
+    refreshCount = 0;
+    repaintCount = 0;
+    panZoomFrames.clear();
+}
+
+void CSession::OpenModel(const std::string& name) {
+    model = MakeSamplePart(name);
+    orientation = Identity();
+    savedViews.clear();
+    displayStyle = "Shading";
+    Refit();
+}
+
+void CSession::CloseModel() {
+    model.reset();
+    orientation = Identity();
+    panZoom = Identity();
+    savedViews.clear();
+}
+
+void CSession::Refit() {
+    if (model) panZoom = FitPanZoom(*model, orientation);
 }
 
 const QvxToolkitArgs* CSession::Args() {

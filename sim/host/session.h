@@ -8,7 +8,12 @@
 
 #include <cstdarg>
 
+#include "sim/host/cad_model.h"
+
+#include <cstdint>
 #include <functional>
+#include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -45,6 +50,40 @@ public:
 
     void Record(std::string line);
 
+    // -- The CAD session -------------------------------------------------------------------
+    /// The current model; without one there is no window and view calls fail.
+    std::optional<CModel> model;
+    /// The current view's orientation and the current window's pan-zoom matrix.
+    Matrix4 orientation = Identity();
+    Matrix4 panZoom = Identity();
+    std::string displayStyle = "Shading";
+    /// Views stored by name in the current model: orientation and pan-zoom.
+    std::map<std::wstring, std::pair<Matrix4, Matrix4>> savedViews;
+    /// The host's configuration options, as text.
+    std::map<std::wstring, std::wstring> configOptions;
+
+    /// Opens the sample part as the current model, in the default view, fitted.
+    void OpenModel(const std::string& name);
+    void CloseModel();
+    /// What the host's refit command does: fit the model's box into the window.
+    void Refit();
+
+    /// Every macro text received, UTF-8, in order.
+    std::vector<std::string> macros;
+    /// Refuse macros with a command the host does not know (otherwise they are taken).
+    bool refuseUnknownMacros = false;
+    /// Macro texts the host refuses whatever they hold.
+    std::set<std::string> refusedMacros;
+    int refreshCount = 0;
+    int repaintCount = 0;
+
+    struct CPanZoomFrame {
+        std::uint64_t ms;
+        Matrix4 matrix;
+    };
+    /// Every pan-zoom matrix the plug-in set, with the time it came.
+    std::vector<CPanZoomFrame> panZoomFrames;
+
 private:
     CSession() = default;
     std::set<std::string> m_omitted;
@@ -54,6 +93,14 @@ private:
 
 /// Every host function the simulated host offers, sorted by name with the "_v" suffix.
 std::vector<QvxHostFunction> AllHostFunctions();
+
+/// The groups of host functions, each from the file that implements them.
+void AddMessageFunctions(std::vector<QvxHostFunction>& table);
+void AddViewFunctions(std::vector<QvxHostFunction>& table);
+void AddMacroFunctions(std::vector<QvxHostFunction>& table);
+
+/// Runs a macro as the host would; the status the host returns.
+ProError RunMacro(const std::string& macro);
 
 /// Fills a message key's "%0s" style places from `args`, in order: s narrow text, w wide
 /// text, d int, f double. Unknown places are left as they stand.

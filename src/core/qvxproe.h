@@ -5,8 +5,7 @@
 
 #include "toolkit/pro_types.h"
 
-#include <boost/array.hpp>
-#include <boost/function.hpp>
+#include "nav/command_bindings.h"
 
 #include <cstdint>
 #include <map>
@@ -15,9 +14,7 @@
 
 class CQvxProE {
 public:
-    /// A driver command code's handler: press state, 16 integers, 16 floats.
-    using CommandHandler =
-        boost::function<void(bool, boost::array<int, 16>, boost::array<float, 16>)>;
+    using CommandHandler = qvx::nav::CommandHandler;
 
     /// `version` is the host's display version; null counts as empty.
     explicit CQvxProE(const wchar_t* version);
@@ -52,6 +49,10 @@ public:
     std::uint32_t TimerId() const { return m_timerId; }
     ProMode Mode() const { return m_mode; }
     const std::map<std::uint32_t, CommandHandler>& Commands() const { return m_commands; }
+
+    /// Copies the binding table's three groups into m_commands; a later row for a code
+    /// replaces an earlier one.
+    void FillCommandTable();
 
 private:
     // The steps of Start() that belong to other parts of the plug-in, in their order.

@@ -26,6 +26,10 @@ bool CScenarioRunner::ExpectStep(const std::vector<std::string>& args) {
     };
     auto path = [&](std::size_t i) { return std::filesystem::path(qvx::os::WidenUtf8(arg(i))); };
 
+    auto extra = m_expectations.find(what);
+    if (extra != m_expectations.end()) {
+        return extra->second(std::vector<std::string>(args.begin() + 1, args.end()));
+    }
     if (what == "message") {
         // Some text shown in the message area equals the argument.
         return std::find(host.messages.begin(), host.messages.end(), arg(1)) != host.messages.end()

@@ -63,6 +63,7 @@ CScenarioRunner::CScenarioRunner(Options options) : m_options(std::move(options)
     CSession::Instance().Reset();
     CSession::Instance().onCall = [this](const std::string& line) { Log("  host: " + line); };
     AddCoreVerbs();
+    AddCadSteps(*this);
     StartCapture();
 }
 

@@ -31,6 +31,10 @@ public:
     using Handler = std::function<bool(const std::vector<std::string>& args)>;
     /// Adds a step verb; further verbs come from the parts of the host that need them.
     void AddVerb(const std::string& verb, Handler handler) { m_verbs[verb] = std::move(handler); }
+    /// Adds an `expect WHAT ...` check; the handler gets the words after WHAT.
+    void AddExpectation(const std::string& what, Handler handler) {
+        m_expectations[what] = std::move(handler);
+    }
 
     /// Logs one line of the session log.
     void Log(const std::string& line);
@@ -54,6 +58,7 @@ private:
     std::ofstream m_log;
     std::map<std::string, std::string> m_variables;
     std::map<std::string, Handler> m_verbs;
+    std::map<std::string, Handler> m_expectations;
     ovklib::CModuleHandle m_plugin;
     std::string m_failure;
     int m_line = 0;
@@ -61,5 +66,8 @@ private:
     std::wstring m_capturePath;
     std::size_t m_captureLogged = 0;
 };
+
+/// The steps that open models and look at the host's view, macros and display style.
+void AddCadSteps(CScenarioRunner& runner);
 
 }  // namespace sim

@@ -1,0 +1,167 @@
+// Scenario steps about the CAD session: models, the view, macros, the display style, pictures.
+#include "runner_win32.h"
+
+#include "sim/host/session.h"
+#include "support/os.h"
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+
+namespace sim {
+namespace {
+
+using Words = std::vector<std::string>;
+
+// The standard orientations as the host names them, kept here apart from the plug-in's own
+// table so that a scenario checks one against the other.
+bool NamedOrientation(const std::string& name, Matrix4& m) {
+    const double s2 = std::sqrt(0.5), s6 = std::sqrt(1.0 / 6), s3 = std::sqrt(1.0 / 3),
+                 t = std::sqrt(2.0 / 3);
+    struct Row {
+        const char* name;
+        double r[9];
+    };
+    const Row rows[] = {
+        {"front", {1, 0, 0, 0, 1, 0, 0, 0, 1}},
+        {"back", {-1, 0, 0, 0, 1, 0, 0, 0, -1}},
+        {"top", {1, 0, 0, 0, 0, 1, 0, -1, 0}},
+        {"bottom", {-1, 0, 0, 0, 0, -1, 0, -1, 0}},
+        {"left", {0, 0, -1, 0, 1, 0, 1, 0, 0}},
+        {"right", {0, 0, 1, 0, 1, 0, -1, 0, 0}},
+        {"iso1", {s2, -s6, s3, 0, t, s3, -s2, -s6, s3}},
+        {"iso2", {-s2, s6, -s3, 0, t, s3, s2, s6, -s3}},
+    };
+    for (const Row& row : rows) {
+        if (name != row.name) continue;
+        m = Identity();
+        for (int i = 0; i < 9; ++i) m[i / 3][i % 3] = row.r[i];
+        return true;
+    }
+    return false;
+}
+
+std::string Shown(const Matrix4& m) {
+    std::string text;
+    char buf[64];
+    for (int i = 0; i < 4; ++i) {
+        std::snprintf(buf, sizeof buf, "(%.6g %.6g %.6g %.6g)", m[i][0], m[i][1], m[i][2], m[i][3]);
+        text += buf;
+    }
+    return text;
+}
+
+bool Near(const Matrix4& a, const Matrix4& b, double tolerance) {
+    for (int i = 0; i < 4; ++i) {
+        for (int j = 0; j < 4; ++j) {
+            if (std::fabs(a[i][j] - b[i][j]) > tolerance) return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+void AddCadSteps(CScenarioRunner& runner) {
+    CScenarioRunner* r = &runner;
+    runner.AddVerb("model", [r](const Words& args) {
+        CSession& s = CSession::Instance();
+        if (args.size() >= 2 && args[0] == "open") {
+            s.OpenModel(args[1]);
+        } else if (!args.empty() && args[0] == "close") {
+            s.CloseModel();
+        } else {
+            return r->Fail("usage: model open NAME | model close");
+        }
+        return true;
+    });
+    runner.AddVerb("macros", [r](const Words& args) {
+        CSession& s = CSession::Instance();
+        if (args.size() >= 1 && args[0] == "refuse-unknown") {
+            s.refuseUnknownMacros = true;
+        } else if (args.size() >= 2 && args[0] == "refuse") {
+            s.refusedMacros.insert(args[1]);
+        } else if (args.size() >= 1 && args[0] == "accept-all") {
+            s.refuseUnknownMacros = false;
+            s.refusedMacros.clear();
+        } else {
+            return r->Fail("usage: macros refuse-unknown | macros refuse TEXT | macros accept-all");
+        }
+        return true;
+    });
+    runner.AddVerb("picture", [r](const Words& args) {
+        CSession& s = CSession::Instance();
+        if (args.empty()) return r->Fail("usage: picture PATH [CAPTION]");
+        if (!s.model) return r->Fail("no model to draw");
+        std::ofstream out(std::filesystem::path(qvx::os::WidenUtf8(args[0])), std::ios::binary);
+        out << RenderSvg(*s.model, s.orientation, s.panZoom, args.size() > 1 ? args[1] : "");
+        r->Log("  picture " + args[0]);
+        return out ? true : r->Fail("cannot write " + args[0]);
+    });
+    runner.AddVerb("panzoom", [r](const Words& args) {
+        // panzoom SCALE TX TY: puts the window's pan-zoom matrix somewhere on purpose.
+        if (args.size() < 3) return r->Fail("usage: panzoom SCALE TX TY");
+        Matrix4 m = Identity();
+        m[0][0] = m[1][1] = m[2][2] = std::stod(args[0]);
+        m[3][0] = std::stod(args[1]);
+        m[3][1] = std::stod(args[2]);
+        CSession::Instance().panZoom = m;
+        return true;
+    });
+
+    runner.AddExpectation("view", [r](const Words& args) {
+        const CSession& s = CSession::Instance();
+        Matrix4 want{};
+        if (args.size() == 1) {
+            if (!NamedOrientation(args[0], want)) return r->Fail("unknown view " + args[0]);
+        } else if (args.size() == 9) {
+            want = Identity();
+            for (int i = 0; i < 9; ++i) want[i / 3][i % 3] = std::stod(args[i]);
+        } else {
+            return r->Fail("usage: expect view NAME | expect view 9 NUMBERS");
+        }
+        // The rotation part only: a roll about the window's centre adds a translation.
+        Matrix4 got = s.orientation;
+        for (int j = 0; j < 4; ++j) got[3][j] = want[3][j];
+        return Near(got, want, 1e-9) ? true : r->Fail("the view is " + Shown(s.orientation));
+    });
+    runner.AddExpectation("fitted", [r](const Words&) {
+        const CSession& s = CSession::Instance();
+        if (!s.model) return r->Fail("no model");
+        return Near(s.panZoom, FitPanZoom(*s.model, s.orientation), 1e-6)
+                   ? true
+                   : r->Fail("the model is not fitted: pan-zoom " + Shown(s.panZoom));
+    });
+    runner.AddExpectation("panzoom", [r](const Words& args) {
+        if (args.size() < 3) return r->Fail("usage: expect panzoom SCALE TX TY");
+        const Matrix4& m = CSession::Instance().panZoom;
+        bool ok = std::fabs(m[0][0] - std::stod(args[0])) < 1e-6 &&
+                  std::fabs(m[3][0] - std::stod(args[1])) < 1e-6 &&
+                  std::fabs(m[3][1] - std::stod(args[2])) < 1e-6;
+        return ok ? true : r->Fail("pan-zoom is " + Shown(m));
+    });
+    runner.AddExpectation("display-style", [r](const Words& args) {
+        const std::string& style = CSession::Instance().displayStyle;
+        return !args.empty() && style == args[0] ? true : r->Fail("the display style is " + style);
+    });
+    runner.AddExpectation("macro", [r](const Words& args) {
+        const auto& macros = CSession::Instance().macros;
+        return !args.empty() && std::find(macros.begin(), macros.end(), args[0]) != macros.end()
+                   ? true
+                   : r->Fail("the host received no such macro");
+    });
+    runner.AddExpectation("macros", [r](const Words& args) {
+        std::size_t n = CSession::Instance().macros.size();
+        return !args.empty() && n == std::stoul(args[0])
+                   ? true
+                   : r->Fail("the host received " + std::to_string(n) + " macros");
+    });
+    runner.AddExpectation("refreshes", [r](const Words& args) {
+        int n = CSession::Instance().refreshCount;
+        return !args.empty() && n == std::stoi(args[0])
+                   ? true
+                   : r->Fail("the window was refreshed " + std::to_string(n) + " times");
+    });
+}
+
+}  // namespace sim

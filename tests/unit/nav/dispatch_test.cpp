@@ -1,0 +1,79 @@
+// The two command slots and the binding table.
+#include "nav_fixture.h"
+
+#include "nav/command_codes.h"
+
+#include <climits>
+
+namespace qvx::testing {
+namespace {
+
+TEST_F(NavTest, TableHoldsEveryDriverCodeAndNoOther) {
+    std::vector<unsigned> codes;
+    for (const auto& [code, handler] : g_qvxProE->Commands()) {
+        codes.push_back(code);
+        EXPECT_FALSE(handler.empty()) << code;
+    }
+    EXPECT_EQ(codes,
+              (std::vector<unsigned>{2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12,  38,  42,
+                                     43, 44, 45, 46, 47, 48, 49, 76, 77, 78, 112, 113, 114}));
+}
+
+TEST_F(NavTest, UnknownCodesAndBadArraysAreDropped) {
+    for (unsigned code : {0u, 1u, 13u, 37u, 50u, 111u, 115u, UINT_MAX}) Send(code, true);
+    g_qvxProE->OnCommandEx(V3DCMD_FRONT, true, nullptr, nullptr);
+    int ints[16];
+    float floats[16];
+    for (int i = 0; i < 16; ++i) {
+        ints[i] = INT_MIN + i;
+        floats[i] = -1e38f;
+    }
+    g_qvxProE->OnCommandEx(V3DCMD_ZOOM_CURSOR_CENTRED_A, true, ints, floats);
+    g_qvxProE->OnCommandEx(V3DCMD_ZOOM_CURSOR_CENTRED_A, false, ints, floats);
+    EXPECT_EQ(Host().macros.size(), 1u) << "only the front view's refit";
+}
+
+TEST_F(NavTest, TextCommandRunsItsMacroOnPressOnly) {
+    g_qvxProE->OnCommand(
+        "ProCmd ~ Command `ProCmdEnvMdlDisp` `Wireframe`;~ Command `ProCmdViewRepaint`", false);
+    EXPECT_TRUE(Host().macros.empty());
+    g_qvxProE->OnCommand(
+        "ProCmd ~ Command `ProCmdEnvMdlDisp` `Wireframe`;~ Command `ProCmdViewRepaint`", true);
+    EXPECT_EQ(Host().displayStyle, "Wireframe");
+    EXPECT_EQ(Host().repaintCount, 1);
+}
+
+TEST_F(NavTest, TextCommandsThatParseToNothingRunNothing) {
+    std::string huge(100000, 'x');
+    for (const char* id : {"", "Nonsense", "MenuItem 0", "Unknown 5 text"}) {
+        g_qvxProE->OnCommand(id, true);
+    }
+    g_qvxProE->OnCommand(huge.c_str(), true);
+    g_qvxProE->OnCommand(nullptr, true);
+    EXPECT_TRUE(Host().macros.empty());
+    // A bare kind word still runs: the host gets an empty macro and decides.
+    g_qvxProE->OnCommand("ProCmd", true);
+    EXPECT_EQ(Host().macros, std::vector<std::string>{""});
+}
+
+TEST_F(NavTest, SavedViewsComeBackAndAnEmptySlotChangesNothing) {
+    Send(V3DCMD_TOP, true);
+    auto top = Host().orientation;
+    Send(V3DCMD_VIEW_2, true);
+    ExpectMatrixNear(Host().orientation, top, 0);
+    Send(V3DCMD_SAVE_VIEW_2, true);
+    Send(V3DCMD_FRONT, true);
+    Send(V3DCMD_VIEW_2, false);
+    EXPECT_NE(Host().orientation, top);
+    Send(V3DCMD_VIEW_2, true);
+    ExpectMatrixNear(Host().orientation, top, 0);
+}
+
+TEST_F(NavTest, StopEmptiesTheTableSoLateCommandsFindNothing) {
+    g_qvxProE->Stop();
+    Send(V3DCMD_TOP, true);
+    EXPECT_TRUE(Host().macros.empty());
+}
+
+}  // namespace
+}  // namespace qvx::testing
