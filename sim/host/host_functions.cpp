@@ -65,6 +65,7 @@ std::vector<QvxHostFunction> AllHostFunctions() {
     AddMessageFunctions(table);
     AddViewFunctions(table);
     AddMacroFunctions(table);
+    AddMouseFunctions(table);
     std::sort(table.begin(), table.end(), [](const QvxHostFunction& a, const QvxHostFunction& b) {
         return std::strcmp(a.name, b.name) < 0;
     });

@@ -22,12 +22,21 @@ void CSession::Reset() {
     m_omitted.clear();
     CloseModel();
     configOptions.clear();
+    configOptions[L"max_animation_time"] = L"1.0";
     macros.clear();
     refuseUnknownMacros = false;
     refusedMacros.clear();
     refreshCount = 0;
     repaintCount = 0;
     panZoomFrames.clear();
+    cursor.reset();
+    graphicsWindow = nullptr;
+}
+
+Point3 CSession::PanZoomPoint(const Point3& w) const {
+    Point3 p{};
+    for (int i = 0; i < 3; ++i) p[i] = (w[i] - panZoom[3][i]) / panZoom[i][i];
+    return p;
 }
 
 void CSession::OpenModel(const std::string& name) {

@@ -81,6 +81,14 @@ public:
         std::uint64_t ms;
         Matrix4 matrix;
     };
+    /// Where the mouse is, in window units (0..1000 across, 0..843.75 up); none: tracking
+    /// fails, unless a graphics window is given.
+    std::optional<Point3> cursor;
+    /// A real window whose mouse moves ProMouseTrack waits for (Windows only); null: none.
+    void* graphicsWindow = nullptr;
+    /// The pan-zoom space point at window units `w`.
+    Point3 PanZoomPoint(const Point3& w) const;
+
     /// Every pan-zoom matrix the plug-in set, with the time it came.
     std::vector<CPanZoomFrame> panZoomFrames;
 
@@ -98,6 +106,7 @@ std::vector<QvxHostFunction> AllHostFunctions();
 void AddMessageFunctions(std::vector<QvxHostFunction>& table);
 void AddViewFunctions(std::vector<QvxHostFunction>& table);
 void AddMacroFunctions(std::vector<QvxHostFunction>& table);
+void AddMouseFunctions(std::vector<QvxHostFunction>& table);
 
 /// Runs a macro as the host would; the status the host returns.
 ProError RunMacro(const std::string& macro);

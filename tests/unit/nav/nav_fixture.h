@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <functional>
 
 namespace qvx::testing {
 
@@ -27,6 +28,9 @@ protected:
         user_terminate_plus();
         ::testing::internal::GetCapturedStdout();
     }
+
+    /// Delivers `event` as a message soon after the next wait of the plug-in begins.
+    static void PumpSoon(std::function<void()> event);
 
     static sim::CSession& Host() { return sim::CSession::Instance(); }
 

@@ -1,0 +1,23 @@
+// The simulated host's mouse tracking on the native build: the mouse is where the session
+// says, and it has always just moved.
+#include "sim/host/session.h"
+
+namespace sim {
+namespace {
+
+ProError MouseTrack(int, int*, double* point) {
+    CSession& s = CSession::Instance();
+    s.Record("ProMouseTrack");
+    if (!s.model || !s.cursor || !point) return PRO_TK_GENERAL_ERROR;
+    Point3 p = s.PanZoomPoint(*s.cursor);
+    for (int i = 0; i < 3; ++i) point[i] = p[i];
+    return PRO_TK_NO_ERROR;
+}
+
+}  // namespace
+
+void AddMouseFunctions(std::vector<QvxHostFunction>& table) {
+    table.push_back({"ProMouseTrack_v", reinterpret_cast<void*>(&MouseTrack)});
+}
+
+}  // namespace sim

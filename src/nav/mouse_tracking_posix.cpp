@@ -1,0 +1,14 @@
+// The native build has no graphics window of its own; a test may hand one in, and the host's
+// tracking then runs without a wiggler.
+#include "nav/mouse_tracking.h"
+#include "toolkit/pro_toolkit.h"
+
+namespace qvx::nav {
+
+void* LookUpHostGraphicsWindow() { return nullptr; }
+
+void TrackWithWiggler(void*, int option, int* state, double point[3]) {
+    ProMouseTrack(option, state, point);
+}
+
+}  // namespace qvx::nav
