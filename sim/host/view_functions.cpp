@@ -2,6 +2,7 @@
 #include "sim/host/session.h"
 #include "support/os.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cwchar>
 
@@ -96,6 +97,10 @@ ProError WindowPanZoomMatrixSet(ProWindowId window, double (*matrix)[4]) {
     if (!S().model || !matrix || (window != kWindow && window != -1)) return PRO_TK_BAD_CONTEXT;
     S().panZoom = FromPro(matrix);
     S().panZoomFrames.push_back({qvx::os::MonotonicMs(), S().panZoom});
+    char frame[96];
+    std::snprintf(frame, sizeof frame, "ProWindowPanZoomMatrixSet scale %.6g at (%.6g, %.6g)",
+                  matrix[0][0], matrix[3][0], matrix[3][1]);
+    S().Record(frame);
     return PRO_TK_NO_ERROR;
 }
 

@@ -1,6 +1,7 @@
 // The pump of the host's main thread while an animation runs.
 #include "nav/message_pump.h"
 
+#include "support/os.h"
 #include "support/win32_handles.h"
 
 #include <mmsystem.h>
@@ -8,18 +9,7 @@
 namespace qvx::nav {
 namespace {
 
-// Milliseconds from the performance counter: finer than the tick count's 16 ms steps.
-std::int64_t NowMs() {
-    static const LONGLONG frequency = [] {
-        LARGE_INTEGER f;
-        QueryPerformanceFrequency(&f);
-        return f.QuadPart;
-    }();
-    LARGE_INTEGER c;
-    QueryPerformanceCounter(&c);
-    return static_cast<std::int64_t>(c.QuadPart / frequency * 1000 +
-                                     c.QuadPart % frequency * 1000 / frequency);
-}
+std::int64_t NowMs() { return static_cast<std::int64_t>(os::MonotonicMs()); }
 
 }  // namespace
 

@@ -80,6 +80,17 @@ std::string NarrowAcp(std::wstring_view text) {
     return out;
 }
 
-std::uint64_t MonotonicMs() { return GetTickCount64(); }
+std::uint64_t MonotonicMs() {
+    // The performance counter: the tick count moves in steps of up to 16 ms.
+    static const LONGLONG frequency = [] {
+        LARGE_INTEGER f;
+        QueryPerformanceFrequency(&f);
+        return f.QuadPart;
+    }();
+    LARGE_INTEGER c;
+    QueryPerformanceCounter(&c);
+    return static_cast<std::uint64_t>(c.QuadPart / frequency * 1000 +
+                                      c.QuadPart % frequency * 1000 / frequency);
+}
 
 }  // namespace qvx::os
