@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <sstream>
 
 bool CQvxProE::ConnectDriver() {
     // Until the driver client is in place there is nothing to connect; the table is filled so
@@ -23,15 +22,9 @@ void CQvxProE::FillCommandTable() {
 }
 
 void CQvxProE::OnCommand(const char* id, bool pressed) {
-    if (!pressed) return;
-    try {
-        CQvxUndostackClearBypass bypass(true);
-        CAction action;
-        std::istringstream in(id ? id : "");
-        in >> action;
-        action.Execute();
-    } catch (...) {
-    }
+    // Press only, parse, run, in a bypass scope, with nothing thrown back: the action's own
+    // entry for the driver does exactly that.
+    CAction::ExecuteFromDriver(id, pressed);
 }
 
 void CQvxProE::OnCommandEx(unsigned code, bool pressed, int* ints, float* floats) {
