@@ -1,5 +1,6 @@
 // Move-only owners of Win32 handles: one template, one traits type per kind of handle.
-// Copy is deleted; Take() hands ownership away; the destructor releases.
+// Copy is deleted; Take() hands ownership away; the destructor releases. Also the owner of a
+// critical section, which is no handle but is made and deleted the same way.
 #pragma once
 
 #include "support/windows_api.h"
@@ -71,6 +72,25 @@ struct WindowTraits {
     using Handle = HWND;
     static Handle Invalid() { return nullptr; }
     static void Close(Handle h) { DestroyWindow(h); }
+};
+
+/// A critical section owned for its whole life: made with a spin count, deleted by the
+/// destructor. Neither copied nor moved, since the system keeps its address. lock() and
+/// unlock() let std::lock_guard hold it for a scope.
+class CCriticalSection {
+public:
+    explicit CCriticalSection(DWORD spinCount) {
+        InitializeCriticalSectionAndSpinCount(&m_section, spinCount);
+    }
+    CCriticalSection(const CCriticalSection&) = delete;
+    CCriticalSection& operator=(const CCriticalSection&) = delete;
+    ~CCriticalSection() { DeleteCriticalSection(&m_section); }
+
+    void lock() { EnterCriticalSection(&m_section); }
+    void unlock() { LeaveCriticalSection(&m_section); }
+
+private:
+    CRITICAL_SECTION m_section;
 };
 
 using CFileHandle = CScopedHandle<FileHandleTraits>;
