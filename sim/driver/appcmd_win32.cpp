@@ -1,0 +1,261 @@
+// What an application publishes to the driver: action trees and images, configuration values,
+// button banks; and the library's message box and event callback.
+#include "sim/driver/driver_state_win32.h"
+#include "sim/driver/exports_win32.h"
+
+#include <algorithm>
+#include <sstream>
+
+using namespace qvx::simdriver;
+
+namespace {
+
+/// More nodes than any tree an application sends; a longer walk means a cycle in the links.
+constexpr std::size_t kMaxNodes = 1'000'000;
+
+const char* TextOrEmpty(const char* text) { return text ? text : ""; }
+
+/// One line per node, indented two spaces per level: the type, the id and the label. Empty
+/// when the links form a cycle or exceed kMaxNodes.
+std::string FlattenTree(const oxActionNodeEx_s* root, std::size_t& count) {
+    std::ostringstream lines;
+    count = 0;
+    // Depth-first with an explicit stack, so that a deep tree costs no native stack.
+    std::vector<std::pair<const oxActionNodeEx_s*, int>> pending{{root, 0}};
+    while (!pending.empty()) {
+        auto [node, depth] = pending.back();
+        pending.pop_back();
+        if (++count > kMaxNodes) return {};
+        lines << std::string(2 * depth, ' ') << node->type << ' ' << TextOrEmpty(node->id) << " | "
+              << TextOrEmpty(node->label) << '\n';
+        if (node->next) pending.push_back({node->next, depth});
+        if (node->children) pending.push_back({node->children, depth + 1});
+    }
+    return lines.str();
+}
+
+std::string DescribeImage(const oxImage_t& image) {
+    std::ostringstream line;
+    line << TextOrEmpty(image.id) << ' ';
+    switch (image.type) {
+        case 1:
+            line << "file " << TextOrEmpty(image.file.fileName) << ' ' << image.file.index;
+            break;
+        case 2:
+            line << "resource " << TextOrEmpty(image.resource.fileName) << ' '
+                 << image.resource.index;
+            break;
+        case 3:
+            line << "data " << image.memory.dataSize << ' ' << image.memory.index;
+            break;
+        default:
+            line << "none";
+    }
+    return line.str();
+}
+
+template <typename Body>
+std::int32_t OnConnection(const char* name, const std::string& arguments, OxHandle handle,
+                          Body body) {
+    return RunStatus(name, arguments, Needs::Driver, [&](DriverState& state) {
+        Connection* connection = state.Find(handle);
+        return connection ? body(state, *connection) : kOxBadHandle;
+    });
+}
+
+std::int32_t WriteTree(const char* name, OxHandle handle, const oxActionNodeEx_s* root,
+                       std::string DriverState::*into) {
+    Args args;
+    args("handle", handle)("root", root ? TextOrEmpty(root->id) : nullptr);
+    return OnConnection(name, args, handle, [&](DriverState& state, Connection&) {
+        if (!root) return kOxBadValue;
+        std::size_t count = 0;
+        std::string tree = FlattenTree(root, count);
+        if (tree.empty()) return kOxBadValue;
+        state.*into = std::move(tree);
+        state.log.back() += " nodes=" + std::to_string(count);
+        return kOxNoError;
+    });
+}
+
+std::vector<std::string>::iterator FindBank(DriverState& state, const char* name) {
+    return std::find(state.buttonBanks.begin(), state.buttonBanks.end(), TextOrEmpty(name));
+}
+
+}  // namespace
+
+extern "C" {
+
+std::int32_t OxAppCmdWriteActions(OxHandle handle, const oxActionNodeEx_s* root) {
+    return WriteTree("OxAppCmdWriteActions", handle, root, &DriverState::actionTree);
+}
+
+std::int32_t OxAppCmdWriteActionSet(OxHandle handle, const oxActionNodeEx_s* actionSet) {
+    return WriteTree("OxAppCmdWriteActionSet", handle, actionSet, &DriverState::actionSet);
+}
+
+std::int32_t OxAppCmdActivateActionSet(OxHandle handle, const char* id) {
+    return OnConnection("OxAppCmdActivateActionSet", Args()("handle", handle)("id", id), handle,
+                        [&](DriverState& state, Connection&) {
+                            if (!id) return kOxBadValue;
+                            state.activeActionSet = id;
+                            return kOxNoError;
+                        });
+}
+
+std::int32_t OxAppCmdWriteActionImages(OxHandle handle, const oxImage_t* images,
+                                       std::uint32_t count) {
+    return OnConnection("OxAppCmdWriteActionImages", Args()("handle", handle)("count", count),
+                        handle, [&](DriverState& state, Connection&) {
+                            if (!images && count) return kOxBadValue;
+                            std::string lines;
+                            for (std::uint32_t i = 0; i < count; ++i) {
+                                lines += DescribeImage(images[i]) + '\n';
+                            }
+                            state.images = std::move(lines);
+                            return kOxNoError;
+                        });
+}
+
+// Too small a buffer gives 20 and, in `size`, the length the value needs with its terminator.
+std::int32_t OxAppCfgGetValue(OxHandle handle, const char* key, char* value, std::uint32_t* size) {
+    return OnConnection("OxAppCfgGetValue", Args()("handle", handle)("key", key), handle,
+                        [&](DriverState& state, Connection&) {
+                            if (!key || !size) return kOxBadValue;
+                            auto found = state.configValues.find(key);
+                            if (found == state.configValues.end()) return kOxBadValue;
+                            std::int32_t copied = CopyText(found->second, value, *size);
+                            if (copied != kOxNoError) {
+                                *size = found->second.size() + 1;
+                                return kOxNotEnoughMemory;
+                            }
+                            return copied;
+                        });
+}
+
+std::int32_t OxAppCfgSetValue(OxHandle handle, const char* key, const char* value) {
+    return OnConnection("OxAppCfgSetValue", Args()("handle", handle)("key", key)("value", value),
+                        handle, [&](DriverState& state, Connection&) {
+                            if (!key) return kOxBadValue;
+                            state.configValues[key] = TextOrEmpty(value);
+                            return kOxNoError;
+                        });
+}
+
+std::int32_t OxAppCfgAddValueChangedHandler(OxHandle handle, OxValueChangedHandler handler,
+                                            void* context) {
+    return OnConnection(
+        "OxAppCfgAddValueChangedHandler",
+        Args()("handle", handle)("handler", handler)("context", context), handle,
+        [&](DriverState&, Connection&) { return handler ? kOxNoError : kOxBadValue; });
+}
+
+std::int32_t OxAppCfgRemoveValueChangedHandler(OxHandle handle, OxValueChangedHandler handler,
+                                               void* context) {
+    return OnConnection(
+        "OxAppCfgRemoveValueChangedHandler",
+        Args()("handle", handle)("handler", handler)("context", context), handle,
+        [&](DriverState&, Connection&) { return handler ? kOxNoError : kOxBadValue; });
+}
+
+std::uint32_t OxGetConnectionID(OxHandle handle) {
+    return Run<std::uint32_t>("OxGetConnectionID", Args()("handle", handle), Needs::Driver, 0,
+                              [&](DriverState& state) -> std::uint32_t {
+                                  if (Connection* connection = state.Find(handle)) {
+                                      return connection->connectionId;
+                                  }
+                                  KvwErrorVal = kOxBadHandle;
+                                  return 0;
+                              });
+}
+
+std::int32_t OxSyncCreateButtonBank(OxHandle handle, const char* name) {
+    return OnConnection(
+        "OxSyncCreateButtonBank", Args()("handle", handle)("name", name), handle,
+        [&](DriverState& state, Connection&) {
+            if (!name || !*name || FindBank(state, name) != state.buttonBanks.end()) {
+                return kOxBadValue;
+            }
+            state.buttonBanks.push_back(name);
+            return kOxNoError;
+        });
+}
+
+std::int32_t OxSyncDeleteButtonBank(OxHandle handle, const char* name) {
+    return OnConnection("OxSyncDeleteButtonBank", Args()("handle", handle)("name", name), handle,
+                        [&](DriverState& state, Connection&) {
+                            auto found = FindBank(state, name);
+                            if (found == state.buttonBanks.end()) return kOxBadValue;
+                            state.buttonBanks.erase(found);
+                            state.currentBank = 0;
+                            return kOxNoError;
+                        });
+}
+
+std::int32_t OxSyncSetCurrentButtonBank(OxHandle handle, const char* name) {
+    return OnConnection("OxSyncSetCurrentButtonBank", Args()("handle", handle)("name", name),
+                        handle, [&](DriverState& state, Connection&) {
+                            auto found = FindBank(state, name);
+                            if (found == state.buttonBanks.end()) return kOxBadValue;
+                            state.currentBank = found - state.buttonBanks.begin();
+                            return kOxNoError;
+                        });
+}
+
+std::int32_t OxSyncPreviousButtonBank(OxHandle handle) {
+    return OnConnection("OxSyncPreviousButtonBank", Args()("handle", handle), handle,
+                        [&](DriverState& state, Connection&) {
+                            std::size_t banks = state.buttonBanks.size();
+                            if (banks == 0) return kOxBadValue;
+                            state.currentBank = (state.currentBank + banks - 1) % banks;
+                            return kOxNoError;
+                        });
+}
+
+std::int32_t OxSyncNextButtonBank(OxHandle handle) {
+    return OnConnection("OxSyncNextButtonBank", Args()("handle", handle), handle,
+                        [&](DriverState& state, Connection&) {
+                            std::size_t banks = state.buttonBanks.size();
+                            if (banks == 0) return kOxBadValue;
+                            state.currentBank = (state.currentBank + 1) % banks;
+                            return kOxNoError;
+                        });
+}
+
+std::int32_t OxSyncGetCurrentButtonBank(OxHandle handle, char* name, std::uint32_t size) {
+    return OnConnection("OxSyncGetCurrentButtonBank", Args()("handle", handle)("size", size),
+                        handle, [&](DriverState& state, Connection&) {
+                            if (state.buttonBanks.empty()) return kOxBadValue;
+                            return CopyText(state.buttonBanks[state.currentBank], name, size);
+                        });
+}
+
+// Shows nothing: the call is recorded and answered with the answer the test set (1 at first).
+std::int32_t OxMessageBox(void* owner, const char* text, const char* caption, std::uint32_t type) {
+    Args args;
+    args("owner", owner)("text", text)("caption", caption)("type", type);
+    return Run<std::int32_t>("OxMessageBox", args, Needs::Library, 0, [&](DriverState& state) {
+        state.messageBoxes.push_back({TextOrEmpty(text), TextOrEmpty(caption), type});
+        return state.messageBoxAnswer;
+    });
+}
+
+std::int32_t RegisterCallback(OxEventCallback callback, void* context) {
+    return RunStatus("RegisterCallback", Args()("callback", callback)("context", context),
+                     Needs::Library, [&](DriverState& state) {
+                         if (!callback) return kOxBadValue;
+                         state.callback = callback;
+                         state.callbackContext = context;
+                         return kOxNoError;
+                     });
+}
+
+std::int32_t UnregisterCallback() {
+    return RunStatus("UnregisterCallback", {}, Needs::Library, [](DriverState& state) {
+        state.callback = nullptr;
+        state.callbackContext = nullptr;
+        return kOxNoError;
+    });
+}
+
+}  // extern "C"
