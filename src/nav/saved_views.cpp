@@ -1,23 +1,17 @@
 #include "nav/saved_views.h"
 
+#include "nav/driver_notice.h"
 #include "support/os.h"
 #include "toolkit/pro_toolkit.h"
 
 namespace qvx::nav {
-namespace {
-
-// The driver shows these notices once its client library is in place; until then they are
-// not shown.
-void ShowDriverNotice(const std::wstring&, const std::wstring&, int) {}
-
-}  // namespace
 
 void ViewStore(std::string name) {
     try {
         std::wstring wide = os::WidenUtf8(name);
         ProView view = nullptr;
         if (ProViewStore(nullptr, wide.c_str(), &view) != PRO_TK_NO_ERROR) return;
-        ShowDriverNotice(wide + L" saved", L"STR_HINT", 1);
+        ShowDriverNotice(wide + L" saved", "STR_HINT", 1);
     } catch (...) {
     }
 }
@@ -27,7 +21,7 @@ void ViewRetrieve(std::string name) {
         std::wstring wide = os::WidenUtf8(name);
         ProView view = nullptr;
         if (ProViewRetrieve(nullptr, wide.c_str(), &view) == PRO_TK_E_NOT_FOUND) {
-            ShowDriverNotice(L"STR_HOLD_TO_SAVE", L"STR_HINT", 2);
+            ShowDriverNotice(L"STR_HOLD_TO_SAVE", "STR_HINT", 2);
         }
     } catch (...) {
     }

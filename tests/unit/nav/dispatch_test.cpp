@@ -2,6 +2,7 @@
 #include "nav_fixture.h"
 
 #include "nav/command_codes.h"
+#include "nav/driver_notice.h"
 
 #include <climits>
 
@@ -70,6 +71,26 @@ TEST_F(NavTest, SavedViewsComeBackAndAnEmptySlotChangesNothing) {
     Send(V3DCMD_VIEW_2, true);
     ExpectMatrixNear(Host().orientation, top, 0);
 }
+
+#ifndef _WIN32
+TEST_F(NavTest, SavedViewsTellTheUserThroughTheDriver) {
+    nav::TakeDriverNoticesForTest();
+    Send(V3DCMD_VIEW_3, true);
+    Send(V3DCMD_SAVE_VIEW_2, true);
+    Send(V3DCMD_SAVE_VIEW_2, false);
+    auto notices = nav::TakeDriverNoticesForTest();
+    ASSERT_EQ(notices.size(), 2u);
+    EXPECT_EQ(notices[0].text, L"STR_HOLD_TO_SAVE");
+    EXPECT_EQ(notices[0].caption, "STR_HINT");
+    EXPECT_EQ(notices[0].type, 2u);
+    EXPECT_EQ(notices[1].text, L"Quorvex V2 saved");
+    EXPECT_EQ(notices[1].type, 1u);
+    Host().CloseModel();
+    Send(V3DCMD_VIEW_1, true);
+    Send(V3DCMD_SAVE_VIEW_1, true);
+    EXPECT_TRUE(nav::TakeDriverNoticesForTest().empty()) << "no model: nothing to say";
+}
+#endif
 
 TEST_F(NavTest, StopEmptiesTheTableSoLateCommandsFindNothing) {
     g_qvxProE->Stop();
