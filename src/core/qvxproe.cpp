@@ -1,6 +1,7 @@
 // CQvxProE's construction, start and stop.
 #include "core/qvxproe.h"
 
+#include "catalogue/pro_commands.h"
 #include "core/language.h"
 #include "core/startup_platform.h"
 #include "support/os.h"
@@ -76,5 +77,5 @@ void CQvxProE::CreateLcdApplet() {}
 void CQvxProE::EndLcdApplet() {}
 void CQvxProE::ConnectModeSignal() {}
 void CQvxProE::DisconnectModeSignal() {}
-bool CQvxProE::HostConfigurationChanged() { return false; }
+bool CQvxProE::HostConfigurationChanged() { return TheProECommands().CheckMapkeyFiles(); }
 void CQvxProE::OnProMode(ProMode mode) { m_mode = mode; }

@@ -45,6 +45,9 @@ void SetEnv(const std::wstring& name, const std::optional<std::wstring>& value);
 
 std::wstring CurrentDirectory();
 
+/// The full path of the process's program file; empty when it cannot be had.
+std::wstring ExecutablePath();
+
 /// The system code page of the host's text files (Windows-1252 on the native build, where
 /// there is no "system code page" to ask) to wide and back. Unmappable characters become '?'.
 std::wstring WidenAcp(std::string_view text);

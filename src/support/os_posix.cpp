@@ -61,6 +61,12 @@ std::wstring CurrentDirectory() {
     return ec ? std::wstring() : WidenUtf8(dir.string());
 }
 
+std::wstring ExecutablePath() {
+    std::error_code ec;
+    auto path = std::filesystem::read_symlink("/proc/self/exe", ec);
+    return ec ? std::wstring() : WidenUtf8(path.string());
+}
+
 std::wstring WidenAcp(std::string_view text) { return WidenCp1252(text); }
 std::string NarrowAcp(std::wstring_view text) { return NarrowCp1252(text); }
 

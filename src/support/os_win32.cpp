@@ -62,6 +62,12 @@ std::wstring CurrentDirectory() {
     return dir;
 }
 
+std::wstring ExecutablePath() {
+    wchar_t buffer[MAX_PATH] = {};
+    DWORD n = GetModuleFileNameW(nullptr, buffer, MAX_PATH);
+    return n > 0 && n < MAX_PATH ? std::wstring(buffer, n) : std::wstring();
+}
+
 std::wstring WidenAcp(std::string_view text) {
     if (text.empty()) return {};
     int n = MultiByteToWideChar(CP_ACP, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);

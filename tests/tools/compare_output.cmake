@@ -1,0 +1,24 @@
+# Runs TOOL (through EMULATOR when cross-built) with `mapkeys --install-dir /qvx` on the file
+# INPUT, or on each *.pro file of INPUT_DIR, and compares its output with the file of the same name plus ".expected"
+# in EXPECTED_DIR, byte for byte.
+if(INPUT_DIR)
+    file(GLOB INPUTS ${INPUT_DIR}/*.pro)
+else()
+    set(INPUTS ${INPUT})
+endif()
+foreach(input IN LISTS INPUTS)
+    get_filename_component(name ${input} NAME)
+    set(arg ${input})
+    if(EMULATOR)
+        set(run ${EMULATOR} ${TOOL})
+        set(arg "Z:${input}")  # the build machine's paths, as Wine shows them
+    else()
+        set(run ${TOOL})
+    endif()
+    execute_process(COMMAND ${run} mapkeys --install-dir /qvx ${arg} OUTPUT_VARIABLE out
+                    RESULT_VARIABLE rc)
+    file(READ ${EXPECTED_DIR}/${name}.expected expected)
+    if(NOT rc EQUAL 0 OR NOT out STREQUAL expected)
+        message(FATAL_ERROR "qvxtool output for ${name} differs (exit ${rc}):\n${out}")
+    endif()
+endforeach()

@@ -1,0 +1,62 @@
+// qvxtool: shows an administrator what the plug-in makes of the host's files.
+//
+//   qvxtool mapkeys [--install-dir DIR] FILE...
+//       Reads the files in order into one map as the plug-in reads its configuration files
+//       (later definitions win, an empty body erases, a file that cannot be opened is
+//       skipped) and prints one line per mapkey: key, label, name, body.
+#include "catalogue/halvane_folder.h"
+#include "catalogue/mapkey_file.h"
+#include "support/os.h"
+#include "tool_output.h"
+
+#include <cstdio>
+#include <cstring>
+#include <exception>
+#include <string>
+#include <vector>
+
+namespace {
+
+int Usage() {
+    std::fprintf(stderr, "usage: qvxtool mapkeys [--install-dir DIR] FILE...\n");
+    return 2;
+}
+
+int Mapkeys(int argc, char** argv) {
+    std::wstring installDir = qvx::os::CurrentDirectory();
+    std::vector<std::wstring> files;
+    for (int i = 0; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--install-dir") == 0 && i + 1 < argc) {
+            installDir = qvx::os::WidenUtf8(argv[++i]);
+        } else {
+            files.push_back(qvx::os::WidenUtf8(argv[i]));
+        }
+    }
+    // The device software's folder only names the mapkeys' picture; the tool supplies it so
+    // that the reading never stops for want of it.
+    ovklib::SetHalvaneInstallFolderOverride(installDir);
+    CMapkeyMap map;
+    for (const std::wstring& file : files) CQvxProEMapkeyFile(file).Read(map);
+    std::string out;
+    for (const auto& [key, entry] : map) {
+        out += qvx::tool::EscapeField(key) + '\t' +
+               qvx::tool::EscapeField(qvx::os::NarrowUtf8(entry.first.GetLabel())) + '\t' +
+               qvx::tool::EscapeField(qvx::os::NarrowUtf8(entry.first.GetTooltip())) + '\t' +
+               qvx::tool::EscapeField(entry.second) + '\n';
+    }
+    std::fwrite(out.data(), 1, out.size(), stdout);
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        if (argc < 2) return Usage();
+        if (std::strcmp(argv[1], "mapkeys") == 0) return Mapkeys(argc - 2, argv + 2);
+        return Usage();
+    } catch (const std::exception& e) {
+        std::fprintf(stderr, "qvxtool: %s\n", e.what());
+        return 1;
+    }
+}
