@@ -4,6 +4,10 @@
 //       Reads the files in order into one map as the plug-in reads its configuration files
 //       (later definitions win, an empty body erases, a file that cannot be opened is
 //       skipped) and prints one line per mapkey: key, label, name, body.
+//   qvxtool resfile FILE
+//       Parses one command resource file as the plug-in does (honouring LANG) and prints one
+//       line: activate command, label, help text, description, bitmap, check-button flag.
+#include "catalogue/cmd_res.h"
 #include "catalogue/halvane_folder.h"
 #include "catalogue/mapkey_file.h"
 #include "support/os.h"
@@ -18,7 +22,9 @@
 namespace {
 
 int Usage() {
-    std::fprintf(stderr, "usage: qvxtool mapkeys [--install-dir DIR] FILE...\n");
+    std::fprintf(stderr,
+                 "usage: qvxtool mapkeys [--install-dir DIR] FILE...\n"
+                 "       qvxtool resfile FILE\n");
     return 2;
 }
 
@@ -48,12 +54,26 @@ int Mapkeys(int argc, char** argv) {
     return 0;
 }
 
+int ResFile(const char* path) {
+    CQvxProCmdRes res;
+    if (!res.Open(path)) return 1;
+    using qvx::tool::EscapeField;
+    std::string line = EscapeField(res.GetActivateCommand()) + '\t' + EscapeField(res.GetLabel()) +
+                       '\t' + EscapeField(res.GetHelpText()) + '\t' +
+                       EscapeField(res.GetDescription()) + '\t' + EscapeField(res.GetBitmap()) +
+                       '\t' + (res.IsCheckButton() ? "1" : "0") + '\n';
+    res.Close();
+    std::fwrite(line.data(), 1, line.size(), stdout);
+    return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     try {
         if (argc < 2) return Usage();
         if (std::strcmp(argv[1], "mapkeys") == 0) return Mapkeys(argc - 2, argv + 2);
+        if (std::strcmp(argv[1], "resfile") == 0 && argc == 3) return ResFile(argv[2]);
         return Usage();
     } catch (const std::exception& e) {
         std::fprintf(stderr, "qvxtool: %s\n", e.what());

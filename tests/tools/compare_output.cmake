@@ -1,4 +1,5 @@
-# Runs TOOL (through EMULATOR when cross-built) with `mapkeys --install-dir /qvx` on the file
+# Runs TOOL (through EMULATOR when cross-built) with `mapkeys --install-dir /qvx`, or with
+# `resfile` when MODE is resfile, on the file
 # INPUT, or on each *.pro file of INPUT_DIR, and compares its output with the file of the same name plus ".expected"
 # in EXPECTED_DIR, byte for byte.
 if(INPUT_DIR)
@@ -15,7 +16,12 @@ foreach(input IN LISTS INPUTS)
     else()
         set(run ${TOOL})
     endif()
-    execute_process(COMMAND ${run} mapkeys --install-dir /qvx ${arg} OUTPUT_VARIABLE out
+    if(MODE STREQUAL "resfile")
+        set(command resfile)
+    else()
+        set(command mapkeys --install-dir /qvx)
+    endif()
+    execute_process(COMMAND ${run} ${command} ${arg} OUTPUT_VARIABLE out
                     RESULT_VARIABLE rc)
     file(READ ${EXPECTED_DIR}/${name}.expected expected)
     if(NOT rc EQUAL 0 OR NOT out STREQUAL expected)
