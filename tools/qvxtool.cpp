@@ -4,6 +4,10 @@
 //       Reads the files in order into one map as the plug-in reads its configuration files
 //       (later definitions win, an empty body erases, a file that cannot be opened is
 //       skipped) and prints one line per mapkey: key, label, name, body.
+//   qvxtool lint FILE...
+//       Tells, with file and line, where the plug-in reads the files differently from what a
+//       host user expects: lost continuation lines, commented-out definitions that still
+//       count, definitions that a later one replaces or erases, empty keys.
 //   qvxtool resfile FILE
 //       Parses one command resource file as the plug-in does (honouring LANG) and prints one
 //       line: activate command, label, help text, description, bitmap, check-button flag.
@@ -11,6 +15,7 @@
 #include "catalogue/halvane_folder.h"
 #include "catalogue/mapkey_file.h"
 #include "support/os.h"
+#include "mapkey_lint.h"
 #include "tool_output.h"
 
 #include <cstdio>
@@ -24,7 +29,8 @@ namespace {
 int Usage() {
     std::fprintf(stderr,
                  "usage: qvxtool mapkeys [--install-dir DIR] FILE...\n"
-                 "       qvxtool resfile FILE\n");
+                 "       qvxtool resfile FILE\n"
+                 "       qvxtool lint FILE...\n");
     return 2;
 }
 
@@ -74,6 +80,13 @@ int main(int argc, char** argv) {
         if (argc < 2) return Usage();
         if (std::strcmp(argv[1], "mapkeys") == 0) return Mapkeys(argc - 2, argv + 2);
         if (std::strcmp(argv[1], "resfile") == 0 && argc == 3) return ResFile(argv[2]);
+        if (std::strcmp(argv[1], "lint") == 0) {
+            for (const std::string& finding :
+                 qvx::tool::LintMapkeyFiles(std::vector<std::string>(argv + 2, argv + argc))) {
+                std::printf("%s\n", finding.c_str());
+            }
+            return 0;
+        }
         return Usage();
     } catch (const std::exception& e) {
         std::fprintf(stderr, "qvxtool: %s\n", e.what());

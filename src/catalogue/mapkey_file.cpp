@@ -3,6 +3,7 @@
 #include "catalogue/halvane_folder.h"
 #include "support/os.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstring>
 
@@ -68,23 +69,44 @@ CMapkeyDefinition ParseMapkeyLine(const std::string& line) {
     return d;
 }
 
-void ReadMapkeyText(char* text, const std::wstring& imagePath, CMapkeyMap& map) {
+void ReadMapkeyText(char* text, const std::wstring& imagePath, CMapkeyMap& map,
+                    IMapkeyReadObserver* observer) {
+    // Line numbers only when someone asks: where each line starts, before the tokenizer
+    // overwrites the line ends.
+    std::vector<std::size_t> lineStarts;
+    if (observer) {
+        lineStarts.push_back(0);
+        for (std::size_t i = 0; text[i]; ++i) {
+            if (text[i] == '\n') lineStarts.push_back(i + 1);
+        }
+    }
+    auto lineOf = [&](const char* p) {
+        auto offset = static_cast<std::size_t>(p - text);
+        return static_cast<int>(std::upper_bound(lineStarts.begin(), lineStarts.end(), offset) -
+                                lineStarts.begin());
+    };
     char* rest = text;
     while (char* raw = NextLine(rest)) {
         const char* hit = std::strstr(raw, "mapkey ");
         if (!hit) continue;
+        const int firstLine = observer ? lineOf(raw) : 0;
         std::string logical = hit;
         while (!logical.empty() && logical.back() == '\\') {
             logical.pop_back();
             char* next = NextLine(rest);
             if (!next) continue;
             const char* more = std::strstr(next, "mapkey(continued)");
-            if (!more) continue;  // the line is lost, and the join ends with it
+            if (!more) {
+                // The line is lost, and the join ends with it.
+                if (observer) observer->OnLostContinuation(lineOf(next), next);
+                continue;
+            }
             more += std::strlen("mapkey(continued)");
             while (*more && IsSpace(*more)) ++more;
             logical += more;
         }
         CMapkeyDefinition d = ParseMapkeyLine(logical);
+        if (observer) observer->OnDefinition(firstLine, raw, d);
         if (d.body.empty()) {
             map.erase(d.key);
             continue;

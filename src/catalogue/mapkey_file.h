@@ -39,5 +39,19 @@ struct CMapkeyDefinition {
 };
 CMapkeyDefinition ParseMapkeyLine(const std::string& line);
 
+/// What a reading meets, line by line (1-based), for tools that explain a file.
+class IMapkeyReadObserver {
+public:
+    /// A definition (or, with an empty body, an erasure) that starts on `line`.
+    virtual void OnDefinition(int line, const std::string& rawLine,
+                              const CMapkeyDefinition& definition) = 0;
+    /// A line behind a trailing backslash that lacks "mapkey(continued)" and is lost.
+    virtual void OnLostContinuation(int line, const std::string& rawLine) = 0;
+
+protected:
+    ~IMapkeyReadObserver() = default;
+};
+
 /// Reads a whole file's text (with a zero byte behind it) into `map`, as Read does.
-void ReadMapkeyText(char* text, const std::wstring& imagePath, CMapkeyMap& map);
+void ReadMapkeyText(char* text, const std::wstring& imagePath, CMapkeyMap& map,
+                    IMapkeyReadObserver* observer = nullptr);
