@@ -34,7 +34,7 @@ demo: linux win64
 fuzz: setup
 	scripts/fuzz $(FUZZ_SECONDS)
 
-bench: linux
+bench: linux win64
 	scripts/bench
 
 clean:
