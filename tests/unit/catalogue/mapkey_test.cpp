@@ -74,6 +74,8 @@ TEST(MapkeyReadTest, BinaryAndUnbalancedInputIsHarmless) {
 class CatalogueFilesTest : public ::testing::Test {
 protected:
     void SetUp() override {
+        m_savedHome = qvx::os::GetEnv(L"HOME");
+        m_savedProDirectory = qvx::os::GetEnv(L"PRO_DIRECTORY");
         m_root = fs::temp_directory_path() / "qvx_catalogue_files";
         fs::remove_all(m_root);
         fs::create_directories(m_root / "install" / "text");
@@ -83,8 +85,8 @@ protected:
         ovklib::SetHalvaneInstallFolderOverride(std::wstring(L"halvane"));
     }
     void TearDown() override {
-        qvx::os::SetEnv(L"PRO_DIRECTORY", std::nullopt);
-        qvx::os::SetEnv(L"HOME", std::nullopt);
+        qvx::os::SetEnv(L"PRO_DIRECTORY", m_savedProDirectory);
+        qvx::os::SetEnv(L"HOME", m_savedHome);
         ovklib::SetHalvaneInstallFolderOverride(std::nullopt);
         std::error_code ec;
         fs::remove_all(m_root, ec);
@@ -101,6 +103,8 @@ protected:
         return bodies;
     }
     fs::path m_root;
+    std::optional<std::wstring> m_savedHome;
+    std::optional<std::wstring> m_savedProDirectory;
 };
 
 TEST_F(CatalogueFilesTest, LaterFilesWinAndAnEmptyBodyErasesUntilRedefined) {

@@ -1,0 +1,15 @@
+// The device software's per-user folders, made when missing.
+#pragma once
+
+#include <string>
+
+namespace ovklib {
+
+/// The shell folder `csidl` with the sub-folder "Quorvex\Halvane", created when missing.
+/// Throws std::runtime_error "Cannot get the halvane folder path".
+std::wstring GetHalvaneFolder(int csidl);
+/// The same in the local application data folder. Throws std::runtime_error "Cannot get the
+/// halvane local appdata folder".
+std::wstring GetHalvaneLocalAppDataFolder();
+
+}  // namespace ovklib

@@ -1,0 +1,21 @@
+// The native build keeps the per-user folders under $HOME/.local/share.
+#include "support/halvane_folders.h"
+#include "support/os.h"
+
+#include <filesystem>
+#include <stdexcept>
+
+namespace ovklib {
+
+std::wstring GetHalvaneFolder(int) {
+    auto home = qvx::os::GetEnv(L"HOME");
+    if (!home || home->empty()) throw std::runtime_error("Cannot get the halvane folder path");
+    std::filesystem::path dir = std::filesystem::path(qvx::os::NarrowUtf8(*home)) / ".local" /
+                                "share" / "Quorvex" / "Halvane";
+    std::error_code ec;
+    std::filesystem::create_directories(dir, ec);
+    if (ec) throw std::runtime_error("Cannot get the halvane folder path");
+    return qvx::os::WidenUtf8(dir.string());
+}
+
+}  // namespace ovklib

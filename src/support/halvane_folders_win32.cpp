@@ -1,0 +1,19 @@
+#include "support/halvane_folders.h"
+#include "support/windows_api.h"
+
+#include <shlobj.h>
+
+#include <stdexcept>
+
+namespace ovklib {
+
+std::wstring GetHalvaneFolder(int csidl) {
+    wchar_t path[MAX_PATH] = {};
+    if (FAILED(SHGetFolderPathAndSubDirW(nullptr, csidl | CSIDL_FLAG_CREATE, nullptr,
+                                         SHGFP_TYPE_CURRENT, L"Quorvex\\Halvane", path))) {
+        throw std::runtime_error("Cannot get the halvane folder path");
+    }
+    return path;
+}
+
+}  // namespace ovklib
