@@ -54,15 +54,6 @@ std::string DescribeImage(const oxImage_t& image) {
     return line.str();
 }
 
-template <typename Body>
-std::int32_t OnConnection(const char* name, const std::string& arguments, OxHandle handle,
-                          Body body) {
-    return RunStatus(name, arguments, Needs::Driver, [&](DriverState& state) {
-        Connection* connection = state.Find(handle);
-        return connection ? body(state, *connection) : kOxBadHandle;
-    });
-}
-
 std::int32_t WriteTree(const char* name, OxHandle handle, const oxActionNodeEx_s* root,
                        std::string DriverState::*into) {
     Args args;
@@ -73,7 +64,7 @@ std::int32_t WriteTree(const char* name, OxHandle handle, const oxActionNodeEx_s
         std::string tree = FlattenTree(root, count);
         if (tree.empty()) return kOxBadValue;
         state.*into = std::move(tree);
-        state.log.back() += " nodes=" + std::to_string(count);
+        state.NoteOnCall("nodes=" + std::to_string(count));
         return kOxNoError;
     });
 }

@@ -4,6 +4,7 @@
 // names; CSimDriverControl binds them in a loaded copy of the library.
 #pragma once
 
+#include "client/detail/kvw_event.h"
 #include "support/windows_api.h"
 
 #include <cstdint>
@@ -25,7 +26,12 @@
     X(SimDriverReadLog, std::uint32_t, (char* buffer, std::uint32_t size))                      \
     X(SimDriverClearLog, void, ())                                                              \
     X(SimDriverReadRecord, std::uint32_t, (const char* what, char* buffer, std::uint32_t size)) \
-    X(SimDriverHasCallback, std::int32_t, ())
+    X(SimDriverHasCallback, std::int32_t, ())                                                   \
+    X(SimDriverSendEvent, std::uint32_t, (const OxKvwEvent* event))                             \
+    X(SimDriverCallEvent, std::int32_t, (const OxKvwEvent* event))                              \
+    X(SimDriverPostCommandEvent, std::uint32_t, (std::uint32_t wParam))                         \
+    X(SimDriverSetSyncAnswer, void, (std::int32_t mode))                                        \
+    X(SimDriverSetLogging, void, (std::int32_t on))
 
 #define SIM_DRIVER_DECLARE_TYPE(name, result, parameters) using name##_fn = result parameters;
 extern "C" {

@@ -1,5 +1,6 @@
 // The control API for tests and scenarios. These calls are not recorded in the call log and
 // are never refused.
+#include "sim/driver/driver_messages_win32.h"
 #include "sim/driver/driver_state_win32.h"
 #include "sim/driver/exports_win32.h"
 
@@ -9,17 +10,6 @@
 using namespace qvx::simdriver;
 
 namespace {
-
-template <typename Body>
-auto Control(Body body) noexcept {
-    using Result = decltype(body(State()));
-    try {
-        std::lock_guard<std::mutex> guard(Lock());
-        return body(State());
-    } catch (...) {
-        if constexpr (!std::is_void_v<Result>) return Result{};
-    }
-}
 
 /// Copies `text` into `buffer` as far as it fits, terminated; the size the whole text needs.
 std::uint32_t Give(const std::string& text, char* buffer, std::uint32_t size) {
@@ -60,6 +50,18 @@ bool FindRecord(DriverState& state, const std::string& what, std::string& text) 
             text += std::to_string(handle) + ' ' + connection.appName +
                     " mode=" + std::to_string(connection.mode) + '\n';
         }
+    } else if (what == "grab-sync-id") {
+        for (const auto& [handle, connection] : state.connections) {
+            text += std::to_string(handle) + ' ' + std::to_string(connection.grabSyncId) + '\n';
+        }
+    } else if (what == "events-waiting") {
+        std::size_t waiting = 0;
+        for (const auto& [handle, connection] : state.connections) {
+            waiting += connection.events.size();
+        }
+        text = std::to_string(waiting);
+    } else if (what == "sync-queries") {
+        text = std::to_string(state.syncQueries);
     } else if (Starts(what, "config:", key)) {
         auto found = state.configValues.find(key);
         if (found == state.configValues.end()) return false;
@@ -74,7 +76,9 @@ bool FindRecord(DriverState& state, const std::string& what, std::string& text) 
 
 extern "C" {
 
+// A sender still waiting for its window after this long is left to finish by itself.
 void SimDriverReset() {
+    JoinSenders(/*timeoutMs=*/5000);
     Control([](DriverState& state) { state.Reset(); });
 }
 
@@ -174,6 +178,10 @@ std::uint32_t SimDriverReadRecord(const char* what, char* buffer, std::uint32_t 
 
 std::int32_t SimDriverHasCallback() {
     return Control([](DriverState& state) -> std::int32_t { return state.callback != nullptr; });
+}
+
+void SimDriverSetLogging(std::int32_t on) {
+    Control([&](DriverState& state) { state.logging = on != 0; });
 }
 
 }  // extern "C"

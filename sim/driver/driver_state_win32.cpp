@@ -39,6 +39,10 @@ Connection* DriverState::Find(OxHandle handle) {
     return found == connections.end() ? nullptr : &found->second;
 }
 
+void DriverState::NoteOnCall(const std::string& text) {
+    if (logging && !log.empty()) log.back() += ' ' + text;
+}
+
 std::mutex& Lock() {
     static std::mutex lock;
     return lock;
@@ -51,7 +55,9 @@ DriverState& State() {
 
 std::int32_t Admit(DriverState& state, const char* name, const std::string& arguments,
                    Needs needs) {
-    state.log.push_back(arguments.empty() ? std::string(name) : name + (" " + arguments));
+    if (state.logging) {
+        state.log.push_back(arguments.empty() ? std::string(name) : name + (" " + arguments));
+    }
     ++state.callCounts[name];
     auto refused = state.refusals.find(name);
     if (refused == state.refusals.end()) refused = state.refusals.find("*");

@@ -3,11 +3,13 @@
 // RunStatus, which hold the one lock, record the call, and keep exceptions inside.
 #pragma once
 
+#include "client/detail/kvw_event.h"
 #include "client/detail/ox_errors.h"
 #include "client/detail/ox_functions.h"
 #include "support/windows_api.h"
 
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <mutex>
 #include <sstream>
@@ -33,6 +35,15 @@ struct Connection {
     std::uint32_t connectionId = 0;
     std::uint32_t grabSyncId = 0;
     std::uint32_t syncId = 0;
+    /// Records waiting for OxGetEvent, oldest first.
+    std::deque<OxKvwEvent> events;
+};
+
+/// What OxSyncSendQuery does with a query.
+enum class SyncAnswer : std::int32_t {
+    Ignore = 0,  ///< nothing: the application must carry on by itself
+    Post = 1,    ///< posts "SyncCommandEvent" to the connection's window
+    Send = 2,    ///< sends it from a thread of the driver's, as another process would
 };
 
 struct MessageBoxCall {
@@ -48,6 +59,8 @@ struct DriverState {
     /// Forgets every connection, as a driver that stops does; old handles become bad.
     void DropConnections();
     Connection* Find(OxHandle handle);
+    /// Appends `text` to the log line of the call being made, while the log is kept.
+    void NoteOnCall(const std::string& text);
 
     // The driver and its device.
     bool running = true;
@@ -63,6 +76,10 @@ struct DriverState {
     std::uint32_t nextConnectionId = 0x100;
     OxEventCallback callback = nullptr;
     void* callbackContext = nullptr;
+    /// Every window that ever held a connection, kept across stops, in order of first use.
+    std::vector<HWND> windows;
+    SyncAnswer syncAnswer = SyncAnswer::Post;
+    std::uint32_t syncQueries = 0;
 
     // What applications told the driver.
     std::map<std::string, std::string> configValues;
@@ -86,6 +103,8 @@ struct DriverState {
 
     // For tests and scenarios.
     std::map<std::string, std::int32_t> refusals;
+    /// Whether calls are written to the log; they are counted either way.
+    bool logging = true;
     std::vector<std::string> log;
     std::map<std::string, std::uint32_t> callCounts;
 };
@@ -134,6 +153,30 @@ std::int32_t RunStatus(const char* name, const std::string& arguments, Needs nee
     } catch (...) {
         KvwErrorVal = kOxNotEnoughMemory;
         return kOxNotEnoughMemory;
+    }
+}
+
+/// A function that needs an open connection: bad handles fail with kOxBadHandle before `body`
+/// runs with the state and the connection.
+template <typename Body>
+std::int32_t OnConnection(const char* name, const std::string& arguments, OxHandle handle,
+                          Body body) {
+    return RunStatus(name, arguments, Needs::Driver, [&](DriverState& state) {
+        Connection* connection = state.Find(handle);
+        return connection ? body(state, *connection) : kOxBadHandle;
+    });
+}
+
+/// A control function: under the lock, never logged, never refused, exceptions kept inside
+/// (the result is then a zero value).
+template <typename Body>
+auto Control(Body body) noexcept {
+    using Result = decltype(body(State()));
+    try {
+        std::lock_guard<std::mutex> guard(Lock());
+        return body(State());
+    } catch (...) {
+        if constexpr (!std::is_void_v<Result>) return Result{};
     }
 }
 

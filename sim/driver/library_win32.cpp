@@ -1,8 +1,10 @@
 // The library's core: initialise, connections, devices, versions and events.
 #include "client/detail/kvw_event.h"
+#include "sim/driver/driver_messages_win32.h"
 #include "sim/driver/driver_state_win32.h"
 #include "sim/driver/exports_win32.h"
 
+#include <algorithm>
 #include <cstring>
 
 using namespace qvx::simdriver;
@@ -15,11 +17,6 @@ std::int32_t LowestButton(std::uint32_t word) {
         if (word & (1u << bit)) return bit + 1;
     }
     return 0;
-}
-
-UINT DriverMessage() {
-    static const UINT message = RegisterWindowMessageW(L"KelvaroMessage00");
-    return message;
 }
 
 OxHandle OpenConnection(DriverState& state, const char* appName, std::int32_t deviceId,
@@ -38,10 +35,27 @@ OxHandle OpenConnection(DriverState& state, const char* appName, std::int32_t de
     connection.mask = mask;
     connection.mode = mode;
     connection.window = static_cast<HWND>(data->window);
+    if (connection.window && std::find(state.windows.begin(), state.windows.end(),
+                                       connection.window) == state.windows.end()) {
+        state.windows.push_back(connection.window);
+    }
     connection.connectionId = state.nextConnectionId++;
     OxHandle handle = state.nextHandle++;
     state.connections.emplace(handle, std::move(connection));
     return handle;
+}
+
+/// Copies the oldest waiting record of a connection into `event`, and takes it out of the
+/// queue when `take`: kOxIsEvent, or 0 when none waits.
+std::int32_t FrontEvent(DriverState& state, OxHandle handle, OxKvwEvent* event, bool take) {
+    if (!event) return kOxBadValue;
+    Connection* connection = state.Find(handle);
+    if (!connection) return kOxBadHandle;
+    if (connection->events.empty()) return kOxNoError;
+    *event = connection->events.front();
+    if (take) connection->events.pop_front();
+    state.NoteOnCall("event=" + std::to_string(event->type));
+    return kOxIsEvent;
 }
 
 std::int32_t CopyFileName(DriverState& state, OxHandle handle, const std::string& text,
@@ -135,26 +149,27 @@ void OxGetEventWinInit(OxEventData* data, std::uint32_t message, std::uintptr_t 
 std::int32_t OxIsKelvaroEvent(OxHandle handle, const OxEventData* data) {
     return Run<std::int32_t>(
         "OxIsKelvaroEvent", Args()("handle", handle), Needs::Library, 0,
-        [&](DriverState&) { return data && data->message == DriverMessage() ? 1 : 0; });
+        [&](DriverState&) { return data && data->message == Messages().event ? 1 : 0; });
 }
 
-// No event is ever waiting yet: a message is answered as "no event" (0), never kOxIsEvent.
+// A delivered record gives kOxIsEvent with the error variable cleared; an empty queue gives 0.
 std::int32_t OxGetEvent(OxHandle handle, std::uint32_t flags, const OxEventData* data,
                         OxKvwEvent* event) {
     Args args;
     args("handle", handle)("flags", flags)("message", data ? data->message : 0u);
-    return RunStatus("OxGetEvent", args, Needs::Driver, [&](DriverState& state) {
-        if (!data || !event) return kOxBadValue;
-        return state.Find(handle) ? kOxNoError : kOxBadHandle;
+    std::int32_t status = RunStatus("OxGetEvent", args, Needs::Driver, [&](DriverState& state) {
+        return data ? FrontEvent(state, handle, event, /*take=*/true) : kOxBadValue;
     });
+    if (status == kOxIsEvent) KvwErrorVal = kOxNoError;
+    return status;
 }
 
 std::int32_t OxPeekEvent(OxHandle handle, std::uint32_t flags, OxKvwEvent* event) {
-    return RunStatus("OxPeekEvent", Args()("handle", handle)("flags", flags), Needs::Driver,
-                     [&](DriverState& state) {
-                         if (!event) return kOxBadValue;
-                         return state.Find(handle) ? kOxNoError : kOxBadHandle;
-                     });
+    std::int32_t status =
+        RunStatus("OxPeekEvent", Args()("handle", handle)("flags", flags), Needs::Driver,
+                  [&](DriverState& state) { return FrontEvent(state, handle, event, false); });
+    if (status == kOxIsEvent) KvwErrorVal = kOxNoError;
+    return status;
 }
 
 std::int32_t OxRezero(OxHandle handle) {

@@ -1,4 +1,5 @@
 // The synchronous commands: the driver's state for one application, read and written.
+#include "sim/driver/driver_messages_win32.h"
 #include "sim/driver/driver_state_win32.h"
 #include "sim/driver/exports_win32.h"
 
@@ -11,15 +12,11 @@ namespace {
 /// The driver's functions that a button can be given, numbered from 1.
 constexpr std::array<const char*, 5> kFunctions = {"Fit", "Top", "Front", "Right", "Menu"};
 
-/// A call on a connection: a bad handle fails before `body` runs.
-template <typename Body>
-std::int32_t OnConnection(const char* name, const std::string& arguments, OxHandle handle,
-                          Body body) {
-    return RunStatus(name, arguments, Needs::Driver, [&](DriverState& state) {
-        Connection* connection = state.Find(handle);
-        return connection ? body(state, *connection) : kOxBadHandle;
-    });
-}
+/// The sync command that asks for a full sync.
+constexpr WPARAM kFullSync = 2;
+
+/// The driver's identifier of a connection's sync exchange: 16 bits.
+WPARAM SyncIdentifier(OxHandle handle) { return (0x2A00 + handle) & 0xFFFF; }
 
 /// Reads one int into a nullable output.
 template <typename T>
@@ -47,9 +44,26 @@ std::int32_t SetScale(const char* name, OxHandle handle, int which, float value)
 
 extern "C" {
 
+// The answer, a full sync under the connection's own sync identifier, goes to the connection's
+// window after the lock is let go: whoever takes it calls back into the library.
 std::int32_t OxSyncSendQuery(OxHandle handle) {
-    return OnConnection("OxSyncSendQuery", Args()("handle", handle), handle,
-                        [](DriverState&, Connection&) { return kOxNoError; });
+    HWND window = nullptr;
+    SyncAnswer answer = SyncAnswer::Ignore;
+    std::int32_t status = OnConnection("OxSyncSendQuery", Args()("handle", handle), handle,
+                                       [&](DriverState& state, Connection& connection) {
+                                           ++state.syncQueries;
+                                           window = connection.window;
+                                           answer = state.syncAnswer;
+                                           return kOxNoError;
+                                       });
+    if (status != kOxNoError || !window) return status;
+    WPARAM fullSync = SyncIdentifier(handle) << 16 | kFullSync;
+    if (answer == SyncAnswer::Post) {
+        PostMessageW(window, Messages().sync, fullSync, 0);
+    } else if (answer == SyncAnswer::Send) {
+        SendFromThread(window, Messages().sync, fullSync, 0);
+    }
+    return status;
 }
 
 std::int32_t OxSyncGetVersion(OxHandle handle, std::int32_t* major, std::int32_t* minor) {
