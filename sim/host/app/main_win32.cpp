@@ -1,7 +1,7 @@
 // qvxhost.exe: the simulated CAD host. Loads the plug-in DLL, plays a scenario file and
 // writes a session log; exits 1 on the first failed expectation, 2 on bad usage.
 //
-//   qvxhost.exe [--plugin DLL] [--log FILE] [--sandbox DIR] SCENARIO
+//   qvxhost.exe [--plugin DLL] [--driver DLL] [--log FILE] [--sandbox DIR] SCENARIO
 #include "runner_win32.h"
 
 #include "support/os.h"
@@ -41,6 +41,8 @@ int wmain(int argc, wchar_t** argv) {
         auto next = [&]() { return i + 1 < argc ? WindowsPath(argv[++i]) : std::wstring(); };
         if (arg == L"--plugin") {
             options.pluginPath = next();
+        } else if (arg == L"--driver") {
+            options.driverPath = next();
         } else if (arg == L"--log") {
             options.logPath = next();
         } else if (arg == L"--sandbox") {
@@ -51,8 +53,8 @@ int wmain(int argc, wchar_t** argv) {
     }
     if (scenarioPath.empty()) {
         std::fprintf(stderr,
-                     "usage: qvxhost [--plugin DLL] [--log FILE] [--sandbox DIR] "
-                     "SCENARIO\n");
+                     "usage: qvxhost [--plugin DLL] [--driver DLL] [--log FILE] "
+                     "[--sandbox DIR] SCENARIO\n");
         return 2;
     }
     auto text = qvx::os::ReadWholeFile(scenarioPath);

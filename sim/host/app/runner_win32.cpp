@@ -64,11 +64,14 @@ CScenarioRunner::CScenarioRunner(Options options) : m_options(std::move(options)
     CSession::Instance().onCall = [this](const std::string& line) { Log("  host: " + line); };
     AddCoreVerbs();
     AddCadSteps(*this);
+    AddDriverSteps(*this);
     StartCapture();
+    if (!m_options.driverPath.empty()) m_driver.Load(m_options.driverPath);
 }
 
 CScenarioRunner::~CScenarioRunner() {
     Unload();
+    m_driver.Remove();
     FlushCaptureToLog();
     std::fflush(stdout);
     if (m_savedStdout >= 0) {
@@ -94,6 +97,14 @@ std::string CScenarioRunner::Expand(const std::string& word) const {
     return ExpandVariables(word, m_variables);
 }
 
+void CScenarioRunner::PumpPending() {
+    MSG msg;
+    while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+        TranslateMessage(&msg);
+        DispatchMessageW(&msg);
+    }
+}
+
 void CScenarioRunner::PumpFor(unsigned ms) {
     ULONGLONG end = GetTickCount64() + ms;
     for (;;) {
@@ -112,6 +123,14 @@ bool CScenarioRunner::Run(const std::vector<CScenarioStep>& steps) {
     Log("scenario " + m_options.scenarioName);
     Log("plug-in  " + Utf8(m_options.pluginPath));
     Log("sandbox  " + Utf8(m_options.sandbox));
+    if (!m_options.driverPath.empty()) {
+        Log("driver   " + Utf8(m_options.driverPath));
+        if (!m_driver.IsHeld()) {
+            Fail("cannot load the driver library " + Utf8(m_options.driverPath));
+            Log("FAILED " + m_failure);
+            return false;
+        }
+    }
     for (const CScenarioStep& step : steps) {
         m_line = step.line;
         std::vector<std::string> args;
@@ -127,6 +146,7 @@ bool CScenarioRunner::Run(const std::vector<CScenarioStep>& steps) {
         bool ok = verb != m_verbs.end() ? verb->second(args)
                                         : Fail("unknown step '" + step.words[0] + "'");
         FlushCaptureToLog();
+        FlushDriverLogToLog();
         if (!ok) {
             if (m_failure.empty()) Fail("step failed");
             Log("FAILED " + m_failure);
@@ -135,6 +155,7 @@ bool CScenarioRunner::Run(const std::vector<CScenarioStep>& steps) {
     }
     Unload();
     FlushCaptureToLog();
+    FlushDriverLogToLog();
     Log("PASSED");
     return true;
 }
@@ -190,6 +211,23 @@ void CScenarioRunner::FlushCaptureToLog() {
         Log("  stdout: " + fresh.substr(start, end - start));
         start = end + 1;
     }
+}
+
+void CScenarioRunner::FlushDriverLogToLog() {
+    if (!m_driver.IsHeld()) return;
+    std::string all = m_driver.Control().Log();
+    std::vector<std::string> lines;
+    std::size_t start = 0;
+    while (start < all.size()) {
+        std::size_t end = all.find('\n', start);
+        if (end == std::string::npos) end = all.size();
+        lines.push_back(all.substr(start, end - start));
+        start = end + 1;
+    }
+    // A driver that was reset begins its log afresh.
+    if (lines.size() < m_driverLinesLogged) m_driverLinesLogged = 0;
+    for (std::size_t i = m_driverLinesLogged; i < lines.size(); ++i) Log("  driver: " + lines[i]);
+    m_driverLinesLogged = lines.size();
 }
 
 void CScenarioRunner::AddCoreVerbs() {

@@ -1,6 +1,7 @@
 // Plays a scenario against the plug-in DLL in this process, writing a session log.
 #pragma once
 
+#include "held_driver_win32.h"
 #include "sim/host/scenario.h"
 #include "support/win32_handles.h"
 
@@ -16,6 +17,8 @@ class CScenarioRunner {
 public:
     struct Options {
         std::wstring pluginPath;
+        /// The simulated driver library to hold from the start; none when empty.
+        std::wstring driverPath;
         std::wstring sandbox;
         std::wstring logPath;
         std::string scenarioName;
@@ -44,6 +47,11 @@ public:
 
     /// Pumps this thread's messages for `ms` milliseconds.
     static void PumpFor(unsigned ms);
+    /// Handles the messages already waiting for this thread, without waiting for more.
+    static void PumpPending();
+
+    /// The driver library held for the scenario; not held without --driver or after removal.
+    CHeldDriver& Driver() { return m_driver; }
 
 private:
     void AddCoreVerbs();
@@ -53,21 +61,28 @@ private:
     void StartCapture();
     std::string CapturedStdout();
     void FlushCaptureToLog();
+    void FlushDriverLogToLog();
 
     Options m_options;
     std::ofstream m_log;
     std::map<std::string, std::string> m_variables;
     std::map<std::string, Handler> m_verbs;
     std::map<std::string, Handler> m_expectations;
+    // The driver is declared first so that it outlives the plug-in that may use it.
+    CHeldDriver m_driver;
     ovklib::CModuleHandle m_plugin;
     std::string m_failure;
     int m_line = 0;
     int m_savedStdout = -1;
     std::wstring m_capturePath;
     std::size_t m_captureLogged = 0;
+    std::size_t m_driverLinesLogged = 0;
 };
 
 /// The steps that open models and look at the host's view, macros and display style.
 void AddCadSteps(CScenarioRunner& runner);
+/// The steps that run the simulated driver, let the device speak, and look at what the
+/// driver was told.
+void AddDriverSteps(CScenarioRunner& runner);
 
 }  // namespace sim
