@@ -72,6 +72,8 @@ private:
     /// The control API, or null after a failed step that says why.
     qvx::simdriver::CSimDriverControl* Control();
     bool Usage(const char* usage) { return m_runner.Fail(std::string("usage: ") + usage); }
+    /// Posts "CommandEvent" to the plug-in's windows and lets it handle what is waiting.
+    void PostCommandEvent(qvx::simdriver::CSimDriverControl& driver, std::uint32_t wParam);
     /// Sends a record by the chosen road and lets the plug-in handle it.
     bool Deliver(const OxKvwEvent& event);
     bool MakeRecord(const Words& args, OxKvwEvent& event);
@@ -86,6 +88,14 @@ qvx::simdriver::CSimDriverControl* CDriverSteps::Control() {
     return nullptr;
 }
 
+void CDriverSteps::PostCommandEvent(qvx::simdriver::CSimDriverControl& driver,
+                                    std::uint32_t wParam) {
+    std::uint32_t windows = driver.SimDriverPostCommandEvent(wParam);
+    m_runner.Log("  CommandEvent " + std::to_string(wParam) + " posted to " +
+                 std::to_string(windows) + " window(s)");
+    CScenarioRunner::PumpPending();
+}
+
 bool CDriverSteps::Driver(const Words& args) {
     if (args.empty()) {
         return Usage("driver stop|start|version|remove|sync|command-event|device ...");
@@ -97,17 +107,13 @@ bool CDriverSteps::Driver(const Words& args) {
         driver->SimDriverStop();
     } else if (what == "start") {
         driver->SimDriverStart();
-        std::uint32_t windows = driver->SimDriverPostCommandEvent(kReconnectCommand);
-        m_runner.Log("  CommandEvent " + std::to_string(kReconnectCommand) + " posted to " +
-                     std::to_string(windows) + " window(s)");
-        CScenarioRunner::PumpPending();
+        PostCommandEvent(*driver, kReconnectCommand);
     } else if (what == "version") {
-        std::optional<long long> parts[3] = {std::optional<long long>(0), 0, 0};
-        if (args.size() < 2 || args.size() > 4)
+        std::optional<long long> parts[3] = {0, 0, 0};
+        for (std::size_t i = 1; i < args.size() && i <= 3; ++i) parts[i - 1] = Number(args[i]);
+        if (args.size() < 2 || args.size() > 4 || !parts[0] || !parts[1] || !parts[2]) {
             return Usage("driver version MAJOR [MINOR [BUILD]]");
-        for (std::size_t i = 1; i < args.size(); ++i) parts[i - 1] = Number(args[i]);
-        if (!parts[0] || !parts[1] || !parts[2])
-            return Usage("driver version MAJOR [MINOR [BUILD]]");
+        }
         driver->SimDriverSetVersion(static_cast<std::int32_t>(*parts[0]),
                                     static_cast<std::int32_t>(*parts[1]),
                                     static_cast<std::int32_t>(*parts[2]));
@@ -124,11 +130,7 @@ bool CDriverSteps::Driver(const Words& args) {
     } else if (what == "command-event") {
         auto wParam = args.size() > 1 ? Number(args[1]) : std::nullopt;
         if (!wParam) return Usage("driver command-event WPARAM");
-        std::uint32_t windows =
-            driver->SimDriverPostCommandEvent(static_cast<std::uint32_t>(*wParam));
-        m_runner.Log("  CommandEvent " + args[1] + " posted to " + std::to_string(windows) +
-                     " window(s)");
-        CScenarioRunner::PumpPending();
+        PostCommandEvent(*driver, static_cast<std::uint32_t>(*wParam));
     } else if (what == "device") {
         auto type = args.size() > 1 ? Number(args[1]) : std::nullopt;
         if (!type) return Usage("driver device TYPE [NAME]");
@@ -207,10 +209,10 @@ bool CDriverSteps::Deliver(const OxKvwEvent& event) {
     if (!driver) return false;
     std::string type = "record of type " + std::to_string(event.type);
     if (m_callbackRoad) {
+        m_runner.Log("  " + type + " through the callback");
         std::int32_t result = driver->SimDriverCallEvent(&event);
-        m_runner.Log("  " + type + " through the callback: " +
-                     (result == -2 ? std::string("no callback registered")
-                                   : "returned " + std::to_string(result)));
+        m_runner.Log(result == -2 ? "  no callback is registered"
+                                  : "  the callback returned " + std::to_string(result));
         return true;
     }
     std::uint32_t connections = driver->SimDriverSendEvent(&event);
