@@ -1,0 +1,139 @@
+// CS80ClientImpl: the dispatcher of driver events, and the motion, key and command paths.
+#include "client/detail/s80_client_win32.h"
+
+#include "client/detail/oxapp_shim.h"
+#include "client/detail/registered_messages_win32.h"
+
+#include <cstring>
+#include <mutex>
+
+namespace oxapp::detail {
+
+namespace {
+
+constexpr std::size_t kCommandLength = sizeof(OxKvwCommand::command);
+constexpr DWORD kMotionEndMs = 50;
+
+}  // namespace
+
+std::int32_t CS80ClientImpl::CallbackEntry(const OxKvwEvent* event, void* context) {
+    if (!context || !event) return -1;
+    auto* self = static_cast<CS80ClientImpl*>(context);
+    try {
+        // Holds the object alive while the event runs, even if its last owner lets go.
+        auto alive = self->m_weakSelf.lock();
+        if (!alive) return -1;
+        CKvwEvent copy(*event);
+        return self->DispatchEvent(copy) != 0 ? 0 : -1;
+    } catch (...) {
+        return -1;
+    }
+}
+
+std::int32_t CS80ClientImpl::DispatchEvent(const CKvwEvent& event) {
+    try {
+        switch (event.NormalisedType()) {
+            case 1:
+                return Has(kFlagKeys) ? 1 : 0;
+            case 2:
+                if (!Has(kFlagMotion)) return 0;
+                m_timers.DeleteTimer(m_motionTimer);
+                DeliverMotion(event);
+                return 1;
+            case 4:
+                return Has(kFlagMotion) ? ZeroMotion() : 0;
+            case 10:
+                return Has(kFlagCommands) ? Command(event) : 0;
+            case 11:
+                return HandleSync(event);
+            case 12:
+            case 13:
+                if (!Has(kFlagKeys)) return 0;
+                ClientEvents().OnKey(m_handle, event.key.key, event.NormalisedType() == 12);
+                return 1;
+            case 17:
+                return Has(kFlagKeys | kFlagCommands) ? MatrixCommand(event) : 0;
+            case 19:
+                if (!Has(kFlagCommands)) return 0;
+                CfgEvents().OnValueChanged(m_handle);
+                return 1;
+            case 20:
+                return ConnectionChanged();
+            default:
+                return 0;
+        }
+    } catch (...) {
+        // A slot's failure stays here: the driver gets "not taken".
+        return 0;
+    }
+}
+
+void CS80ClientImpl::DeliverMotion(const OxKvwEvent& event) {
+    {
+        std::lock_guard<ovklib::CCriticalSection> guard(m_eventLock);
+        m_current.type = event.type;
+        std::memcpy(m_current.raw, event.raw, sizeof(event.raw));
+    }
+    // The driver's axes into the application's: the second and third swap, with the sign
+    // inverted.
+    const OxKvwMotion& m = event.motion;
+    const float values[6] = {static_cast<float>(m.tx),  static_cast<float>(-m.tz),
+                             static_cast<float>(-m.ty), static_cast<float>(m.rx),
+                             static_cast<float>(-m.rz), static_cast<float>(-m.ry)};
+    ClientEvents().OnMotion(m_handle, values);
+}
+
+std::int32_t CS80ClientImpl::ZeroMotion() {
+    m_timers.DeleteTimer(m_motionTimer);
+    bool atRest = false;
+    {
+        std::lock_guard<ovklib::CCriticalSection> guard(m_eventLock);
+        atRest = m_current.NormalisedType() == 4;
+    }
+    if (atRest) return 1;
+    // The end of motion is reported 50 ms later unless motion comes back first.
+    m_timers.CreateTimer(m_motionTimer, &CS80ClientImpl::OnMotionTimer, this, kMotionEndMs, 0,
+                         WT_EXECUTEONLYONCE);
+    return 0;
+}
+
+void CALLBACK CS80ClientImpl::OnMotionTimer(void* context, BOOLEAN) {
+    auto* self = static_cast<CS80ClientImpl*>(context);
+    self->m_timers.DeleteTimer(self->m_motionTimer);
+    if (HWND window = self->Window()) PostMessageW(window, ClientMessages().motionEnd, 0, 0);
+}
+
+std::int32_t CS80ClientImpl::Command(const OxKvwEvent& event) {
+    const char* text = event.command.command;
+    std::size_t length = strnlen(text, kCommandLength);
+    // Empty, or no terminator inside the field: nothing to run.
+    if (length == 0 || length == kCommandLength) return 0;
+    // The slots see the record's own text, which lives until the dispatcher returns.
+    CmdEvents().OnCommand(m_handle, text, event.command.pressed != 0);
+    return 1;
+}
+
+std::int32_t CS80ClientImpl::MatrixCommand(const OxKvwEvent& event) {
+    std::uint32_t blockA[16];
+    std::uint32_t blockB[16];
+    std::memcpy(blockA, event.matrixCommand.blockA, sizeof(blockA));
+    std::memcpy(blockB, event.matrixCommand.blockB, sizeof(blockB));
+    CmdEvents().OnCommandEx(m_handle, event.matrixCommand.id, event.matrixCommand.pressed != 0,
+                            blockA, blockB);
+    return 1;
+}
+
+std::int32_t CS80ClientImpl::ConnectionChanged() {
+    if (Has(kFlagCommands) && Has(kFlagCallback)) {
+        OxSyncSetGrabSyncID(m_handle, OxGetConnectionID(m_handle));
+    }
+    return Has(kFlagCommands) ? 1 : 0;
+}
+
+// An injected key only asks the dispatcher's type 1 question, whether key events pass; it is
+// not delivered.
+bool CS80ClientImpl::InjectKeyDown(std::uint32_t) { return Has(kFlagKeys); }
+
+bool CS80ClientImpl::InjectKeyUp(std::uint32_t) { return Has(kFlagKeys); }
+
+}  // namespace oxapp::detail
