@@ -1,0 +1,29 @@
+#include "client/oxapp/device_factory.h"
+
+#include "client/oxapp/device_factory_platform.h"
+
+namespace oxapp {
+
+namespace {
+
+std::function<ovk::interface_ptr<ovk::IObject>(std::uint32_t)>& TestFactory() {
+    static std::function<ovk::interface_ptr<ovk::IObject>(std::uint32_t)> factory;
+    return factory;
+}
+
+}  // namespace
+
+ovk::interface_ptr<ovk::IObject> CreateSmartDevice(std::uint32_t flags) {
+    try {
+        if (TestFactory()) return TestFactory()(flags);
+        return CreatePlatformDevice(flags);
+    } catch (...) {
+        return ovk::interface_ptr<ovk::IObject>();
+    }
+}
+
+void SetDeviceFactoryForTest(std::function<ovk::interface_ptr<ovk::IObject>(std::uint32_t)> maker) {
+    TestFactory() = std::move(maker);
+}
+
+}  // namespace oxapp
