@@ -2,14 +2,55 @@
 #include "core/qvxproe.h"
 
 #include "catalogue/action.h"
+#include "client/oxapp/device_factory.h"
+#include "client/oxapp/device_interfaces.h"
+#include "client/oxapp/signal_interfaces.h"
 #include "core/undostack_bypass.h"
 
 #include <algorithm>
 #include <exception>
 
+namespace {
+
+// Commands and the library's callback; no motion, no keys.
+constexpr std::uint32_t kDeviceFlags = 48;
+constexpr std::int32_t kOldestDriver = 10;
+
+}  // namespace
+
 bool CQvxProE::ConnectDriver() {
-    // Until the driver client is in place there is nothing to connect; the table is filled so
-    // that command codes reach their handlers.
+    m_device = oxapp::CreateSmartDevice(kDeviceFlags);
+    if (!m_device) return false;
+
+    // A device that cannot tell its version is taken as it is.
+    if (auto info = ovk::interface_cast<oxapp::IInfo>(m_device)) {
+        OxVersionInfo version{};
+        info->GetInfo(&version);
+        if (version.major < kOldestDriver) {
+            m_device.reset();
+            return false;
+        }
+    }
+    auto cfgSignals = ovk::interface_cast<oxapp::IAppcfgSignals>(m_device);
+    if (!cfgSignals) {
+        m_device.reset();
+        return false;
+    }
+    m_connections.emplace_back(cfgSignals->ConnectValueChanged([this]() { OnValueChanged(); }));
+
+    auto cmdSignals = ovk::interface_cast<oxapp::IAppcmdSignals>(m_device);
+    if (!cmdSignals) {
+        m_connections.clear();
+        m_device.reset();
+        return false;
+    }
+    m_connections.emplace_back(cmdSignals->ConnectCommand(
+        [this](const char* id, bool pressed) { OnCommand(id, pressed); }));
+    m_connections.emplace_back(cmdSignals->ConnectCommandEx(
+        [this](std::uint32_t code, bool pressed, const void* ints, const void* floats) {
+            OnCommandEx(code, pressed, static_cast<int*>(const_cast<void*>(ints)),
+                        static_cast<float*>(const_cast<void*>(floats)));
+        }));
     FillCommandTable();
     return true;
 }

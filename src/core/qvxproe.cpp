@@ -58,7 +58,10 @@ int CQvxProE::Stop() {
     }
     DisconnectModeSignal();
     EndLcdApplet();
+    // The table and the connections go before the device they came from.
     m_commands.clear();
+    m_connections.clear();
+    m_device.reset();
     return 0;
 }
 

@@ -5,12 +5,15 @@
 
 #include "toolkit/pro_types.h"
 
+#include "client/ovk/interface_ptr.h"
+#include "client/ovk/signals.h"
 #include "nav/command_bindings.h"
 
 #include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 class CQvxProE {
 public:
@@ -49,6 +52,8 @@ public:
     std::uint32_t TimerId() const { return m_timerId; }
     ProMode Mode() const { return m_mode; }
     const std::map<std::uint32_t, CommandHandler>& Commands() const { return m_commands; }
+    /// The driver's device object; empty when the plug-in has no driver.
+    const ovk::interface_ptr<ovk::IObject>& Device() const { return m_device; }
 
     /// Copies the binding table's three groups into m_commands; a later row for a code
     /// replaces an earlier one.
@@ -73,6 +78,8 @@ private:
     std::uint32_t m_timerId = 0;
     ProMode m_mode = -3;
     std::map<std::uint32_t, CommandHandler> m_commands;
+    ovk::interface_ptr<ovk::IObject> m_device;
+    std::vector<ovk::interface_ptr<ovk::ISlot>> m_connections;
 };
 
 /// The one CQvxProE of the process; empty before user_initialize and after user_terminate.

@@ -8,6 +8,8 @@
 #include "support/registry.h"
 #include "toolkit/host_table.h"
 
+#include "tests/unit/common/fake_device.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -48,6 +50,8 @@ protected:
     std::wstring Scratch(const char* leaf) const { return (m_scratch / leaf).wstring(); }
 
     std::filesystem::path m_scratch;
+
+    CFakeDeviceFactory m_devices;
 };
 
 }  // namespace qvx::testing

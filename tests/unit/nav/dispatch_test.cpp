@@ -3,6 +3,7 @@
 
 #include "nav/command_codes.h"
 #include "nav/driver_notice.h"
+#include "nav/standard_views.h"
 
 #include <climits>
 
@@ -96,6 +97,24 @@ TEST_F(NavTest, StopEmptiesTheTableSoLateCommandsFindNothing) {
     g_qvxProE->Stop();
     Send(V3DCMD_TOP, true);
     EXPECT_TRUE(Host().macros.empty());
+}
+
+}  // namespace
+}  // namespace qvx::testing
+
+namespace qvx::testing {
+namespace {
+
+TEST_F(NavTest, TheDevicesSignalsReachBothCommandSlots) {
+    CFakeDevice* device = m_devices.Last();
+    ASSERT_NE(device, nullptr);
+    const int ints[16] = {};
+    const float floats[16] = {};
+    device->OnCommandEx(1, V3DCMD_TOP, true, ints, floats);
+    auto top = nav::StandardViewMatrix(nav::EStandardView::Top);
+    ExpectMatrixNear(Host().orientation, {top[0], top[1], top[2], top[3]}, 0);
+    device->OnCommand(1, "ProCmd ~ Command `ProCmdEnvMdlDisp` `Shading`", true);
+    EXPECT_EQ(Host().displayStyle, "Shading");
 }
 
 }  // namespace

@@ -5,6 +5,8 @@
 #include "sim/host/session.h"
 #include "toolkit/host_table.h"
 
+#include "tests/unit/common/fake_device.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -49,6 +51,8 @@ protected:
             }
         }
     }
+
+    CFakeDeviceFactory m_devices;
 };
 
 }  // namespace qvx::testing
