@@ -3,6 +3,7 @@
 #pragma once
 
 #include "client/detail/registered_messages_win32.h"
+#include "client/oxapp/signal_interfaces.h"
 #include "client/oxapp/smart_s80_device_win32.h"
 #include "client/ovk/interface_ptr.h"
 #include "tests/win/shim/shim_fixture.h"
@@ -11,6 +12,7 @@
 #include <cstring>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace qvx::testing {
 
@@ -67,6 +69,37 @@ protected:
 
     oxapp::CSmartS80Device* m_device = nullptr;
     ovk::interface_ptr<ovk::IObject> m_object;
+};
+
+/// A client test whose device reports every command, numeric command and setting change.
+class ListeningTest : public ClientTest {
+protected:
+    void Listen() {
+        auto cmd = ovk::interface_cast<oxapp::IAppcmdSignals>(m_object);
+        auto cfg = ovk::interface_cast<oxapp::IAppcfgSignals>(m_object);
+        m_slots.emplace_back(cmd->ConnectCommand([this](const char* text, bool pressed) {
+            commands.push_back(std::string(text) + (pressed ? "+" : "-"));
+            handlerThread = GetCurrentThreadId();
+        }));
+        m_slots.emplace_back(cmd->ConnectCommandEx(
+            [this](std::uint32_t id, bool pressed, const void* ints, const void* floats) {
+                codes.push_back(pressed ? static_cast<int>(id) : -static_cast<int>(id));
+                handlerThread = GetCurrentThreadId();
+                firstInt = static_cast<const int*>(ints)[0];
+                firstFloat = static_cast<const float*>(floats)[0];
+            }));
+        m_slots.emplace_back(cfg->ConnectValueChanged([this] { ++valueChanges; }));
+    }
+
+    std::vector<std::string> commands;
+    std::vector<int> codes;
+    int firstInt = 0;
+    float firstFloat = 0;
+    int valueChanges = 0;
+    DWORD handlerThread = 0;
+
+private:
+    std::vector<ovk::interface_ptr<ovk::ISlot>> m_slots;
 };
 
 }  // namespace qvx::testing

@@ -3,7 +3,6 @@
 #include "client_fixture.h"
 
 #include "client/oxapp/device_interfaces.h"
-#include "client/oxapp/signal_interfaces.h"
 
 #include <random>
 #include <vector>
@@ -11,32 +10,7 @@
 namespace qvx::testing {
 namespace {
 
-class DispatchTest : public ClientTest {
-protected:
-    void Listen() {
-        auto cmd = ovk::interface_cast<oxapp::IAppcmdSignals>(m_object);
-        auto cfg = ovk::interface_cast<oxapp::IAppcfgSignals>(m_object);
-        m_slots.emplace_back(cmd->ConnectCommand([this](const char* text, bool pressed) {
-            commands.push_back(std::string(text) + (pressed ? "+" : "-"));
-        }));
-        m_slots.emplace_back(cmd->ConnectCommandEx(
-            [this](std::uint32_t id, bool pressed, const void* ints, const void* floats) {
-                codes.push_back(pressed ? static_cast<int>(id) : -static_cast<int>(id));
-                firstInt = static_cast<const int*>(ints)[0];
-                firstFloat = static_cast<const float*>(floats)[0];
-            }));
-        m_slots.emplace_back(cfg->ConnectValueChanged([this] { ++valueChanges; }));
-    }
-
-    std::vector<std::string> commands;
-    std::vector<int> codes;
-    int firstInt = 0;
-    float firstFloat = 0;
-    int valueChanges = 0;
-
-private:
-    std::vector<ovk::interface_ptr<ovk::ISlot>> m_slots;
-};
+using DispatchTest = ListeningTest;
 
 TEST_F(DispatchTest, CommandsPassWithThePluginsFlagsAndMotionAndKeysDoNot) {
     auto& driver = Hold(L"full");
