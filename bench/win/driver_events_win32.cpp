@@ -9,6 +9,7 @@
 #include "client/oxapp/smart_s80_device_win32.h"
 #include "client/ovk/interface_ptr.h"
 #include "sim/driver/control_api_win32.h"
+#include "sim_driver_path.h"
 #include "support/win32_handles.h"
 
 #include <algorithm>
@@ -84,14 +85,6 @@ LRESULT CALLBACK BareProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
     return DefWindowProcW(window, message, wParam, lParam);
 }
 
-std::wstring SimDriverPath() {
-    wchar_t exe[MAX_PATH] = {};
-    GetModuleFileNameW(nullptr, exe, MAX_PATH);
-    std::wstring folder(exe);
-    folder.resize(folder.find_last_of(L'\\') + 1);
-    return folder + L"tests\\simdriver\\full\\oxappdll.dll";
-}
-
 void Print(const char* road, const Result& result, double bare) {
     std::printf("%-24s %9.0f ns/event  %5.2f allocations/event  %6.1f x bare\n", road,
                 result.nsPerEvent, result.allocationsPerEvent, result.nsPerEvent / bare);
@@ -102,7 +95,7 @@ void Print(const char* road, const Result& result, double bare) {
 int wmain(int argc, wchar_t** argv) {
     const unsigned count =
         argc > 1 ? static_cast<unsigned>(std::wcstoul(argv[1], nullptr, 10)) : 10000u;
-    ovklib::CModuleHandle driver(LoadLibraryW(SimDriverPath().c_str()));
+    ovklib::CModuleHandle driver(LoadLibraryW(qvx::bench::SimDriverPath().c_str()));
     qvx::simdriver::CSimDriverControl control;
     if (!driver || !control.Bind(driver.Get())) {
         std::fprintf(stderr, "the simulated driver library is not built\n");

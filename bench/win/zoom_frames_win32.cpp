@@ -8,7 +8,9 @@
 #include "nav/command_codes.h"
 #include "sim/host/plot.h"
 #include "sim/host/session.h"
+#include "sim_driver_path.h"
 #include "support/os.h"
+#include "support/win32_handles.h"
 #include "support/windows_api.h"
 #include "toolkit/host_table.h"
 #include "toolkit/pro_toolkit.h"
@@ -82,8 +84,13 @@ int wmain(int argc, wchar_t** argv) {
     sim::CSession& host = sim::CSession::Instance();
     host.Reset();
     host.OpenModel("bracket.prt");
+    // The plug-in builds its command table only once a driver has taken its connection.
+    ovklib::CModuleHandle driver(LoadLibraryW(qvx::bench::SimDriverPath().c_str()));
     user_initialize_plus(host.Args());
-    if (!g_qvxProE) return 1;
+    if (!g_qvxProE || !driver) {
+        std::fprintf(stderr, "the plug-in did not start against the simulated driver\n");
+        return 1;
+    }
 
     Run tap = Press(V3DCMD_ZOOM_IN, 20);
     Run hold = Press(V3DCMD_ZOOM_OUT, 2000);
