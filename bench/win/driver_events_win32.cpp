@@ -86,7 +86,7 @@ LRESULT CALLBACK BareProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
 }
 
 void Print(const char* road, const Result& result, double bare) {
-    std::printf("%-24s %9.0f ns/event  %5.2f allocations/event  %6.1f x bare\n", road,
+    std::printf("%-24s %9.0f ns/event  %5.2f allocations/event  %7.3f x bare\n", road,
                 result.nsPerEvent, result.allocationsPerEvent, result.nsPerEvent / bare);
 }
 
