@@ -2,18 +2,15 @@
 // the benchmark programs in the build folder.
 #pragma once
 
-#include "support/windows_api.h"
+#include "support/os.h"
 
 #include <string>
 
 namespace qvx::bench {
 
 inline std::wstring SimDriverPath() {
-    wchar_t exe[MAX_PATH] = {};
-    GetModuleFileNameW(nullptr, exe, MAX_PATH);
-    std::wstring folder(exe);
-    folder.resize(folder.find_last_of(L'\\') + 1);
-    return folder + L"tests\\simdriver\\full\\oxappdll.dll";
+    std::wstring exe = qvx::os::ExecutablePath();
+    return exe.substr(0, exe.find_last_of(L'\\') + 1) + L"tests\\simdriver\\full\\oxappdll.dll";
 }
 
 }  // namespace qvx::bench

@@ -32,18 +32,12 @@ bool CQvxProE::ConnectDriver() {
         }
     }
     auto cfgSignals = ovk::interface_cast<oxapp::IAppcfgSignals>(m_device);
-    if (!cfgSignals) {
+    auto cmdSignals = ovk::interface_cast<oxapp::IAppcmdSignals>(m_device);
+    if (!cfgSignals || !cmdSignals) {
         m_device.reset();
         return false;
     }
     m_connections.emplace_back(cfgSignals->ConnectValueChanged([this]() { OnValueChanged(); }));
-
-    auto cmdSignals = ovk::interface_cast<oxapp::IAppcmdSignals>(m_device);
-    if (!cmdSignals) {
-        m_connections.clear();
-        m_device.reset();
-        return false;
-    }
     m_connections.emplace_back(cmdSignals->ConnectCommand(
         [this](const char* id, bool pressed) { OnCommand(id, pressed); }));
     m_connections.emplace_back(cmdSignals->ConnectCommandEx(

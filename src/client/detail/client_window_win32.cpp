@@ -1,5 +1,8 @@
 #include "client/detail/client_window_win32.h"
 
+#include "client/detail/registered_messages_win32.h"
+#include "support/os.h"
+
 #include <commctrl.h>
 
 #include <mutex>
@@ -11,11 +14,8 @@ constexpr UINT_PTR kSubclassId = 1;
 
 // The window's title: the base name of the host process's file.
 std::wstring ProcessBaseName() {
-    wchar_t path[MAX_PATH] = {};
-    GetModuleFileNameW(nullptr, path, MAX_PATH);
-    std::wstring text = path;
-    auto slash = text.find_last_of(L'\\');
-    return slash == std::wstring::npos ? text : text.substr(slash + 1);
+    std::wstring path = qvx::os::ExecutablePath();
+    return path.substr(path.find_last_of(L'\\') + 1);
 }
 
 }  // namespace
@@ -154,7 +154,7 @@ bool CClientWindowImpl::ProcessWindowMessage(HWND window, UINT message, WPARAM w
 }
 
 void CClientWindowImpl::OnFinalMessage(HWND) {
-    PostThreadMessageW(GetCurrentThreadId(), 0x401, 0, 0);
+    PostThreadMessageW(GetCurrentThreadId(), kEndThreadMessage, 0, 0);
     m_keepAlive.reset();
 }
 

@@ -115,9 +115,7 @@ bool CS80ClientImpl::Connect() {
                 m_weakSelf.reset();
                 return false;
             }
-            if (Has(kFlagCommands) && Has(kFlagCallback)) {
-                OxSyncSetGrabSyncID(m_handle, OxGetConnectionID(m_handle));
-            }
+            SetGrabSyncId();
             StartSyncExchange();
             ReportDevice();
         }

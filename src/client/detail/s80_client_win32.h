@@ -134,6 +134,9 @@ private:
     std::int32_t Command(const OxKvwEvent& event);
     std::int32_t MatrixCommand(const OxKvwEvent& event);
     std::int32_t ConnectionChanged();
+    void SetGrabSyncId();
+    /// The device record of the open connection; false without one.
+    bool ReadDeviceInfo(OxDeviceInfo& info);
     std::uint32_t ModuleNameSum();
     bool Has(std::uint32_t flags) const { return (m_flags & flags) != 0; }
     static void CALLBACK OnSyncTimer(void* context, BOOLEAN);

@@ -124,10 +124,15 @@ std::int32_t CS80ClientImpl::MatrixCommand(const OxKvwEvent& event) {
 }
 
 std::int32_t CS80ClientImpl::ConnectionChanged() {
+    SetGrabSyncId();
+    return Has(kFlagCommands) ? 1 : 0;
+}
+
+void CS80ClientImpl::SetGrabSyncId() {
+    // The driver grabs for the connection that takes commands by the callback.
     if (Has(kFlagCommands) && Has(kFlagCallback)) {
         OxSyncSetGrabSyncID(m_handle, OxGetConnectionID(m_handle));
     }
-    return Has(kFlagCommands) ? 1 : 0;
 }
 
 // An injected key only asks the dispatcher's type 1 question, whether key events pass; it is

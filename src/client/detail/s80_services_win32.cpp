@@ -31,10 +31,13 @@ bool CS80ClientImpl::GetProductId(std::uint32_t& pid) {
     return true;
 }
 
+bool CS80ClientImpl::ReadDeviceInfo(OxDeviceInfo& info) {
+    return m_handle != 0 && OxGetDeviceInfo(m_handle, &info) == kOxNoError;
+}
+
 bool CS80ClientImpl::GetDeviceType(std::uint32_t& type) {
-    if (m_handle == 0) return false;
     OxDeviceInfo info{};
-    if (OxGetDeviceInfo(m_handle, &info) != kOxNoError) return false;
+    if (!ReadDeviceInfo(info)) return false;
     type = info.deviceType;
     return true;
 }
@@ -73,9 +76,8 @@ bool CS80ClientImpl::SetValue(const char* key, const char* value) {
 }
 
 bool CS80ClientImpl::GetDeviceInfoAux(std::uint32_t& word) {
-    if (m_handle == 0) return false;
     OxDeviceInfo info{};
-    if (OxGetDeviceInfo(m_handle, &info) != kOxNoError) return false;
+    if (!ReadDeviceInfo(info)) return false;
     word = info.aux;
     return true;
 }
@@ -90,7 +92,7 @@ bool CS80ClientImpl::GetKeyLabel(std::uint32_t product, std::uint32_t button, st
 bool CS80ClientImpl::GetButtonName(std::uint32_t button, std::wstring& text) {
     if (m_handle == 0 || button == 0) return false;
     OxDeviceInfo info{};
-    if (OxGetDeviceInfo(m_handle, &info) == kOxNoError) {
+    if (ReadDeviceInfo(info)) {
         if (std::uint32_t product = ProductOfDeviceType(info.deviceType)) {
             text = s3dm::KeyLabel(s3dm::TranslateKey(product, button, true));
             return true;
