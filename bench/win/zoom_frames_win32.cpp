@@ -4,6 +4,7 @@
 // setting one frame; with a folder argument it also writes a plot of scale against time.
 //
 //   bench_zoom_frames.exe [PLOT_FOLDER]
+#include "core/entry_points.h"
 #include "core/qvxproe.h"
 #include "nav/command_codes.h"
 #include "sim/host/plot.h"

@@ -3,7 +3,7 @@
 
 #include "catalogue/mapkey_lookup.h"
 #include "catalogue/s3dm_handlers.h"
-#include "core/undostack_bypass.h"
+#include "toolkit/undostack_bypass.h"
 #include "support/os.h"
 #include "support/thread_messages.h"
 #include "toolkit/pro_toolkit.h"

@@ -5,7 +5,7 @@
 #include "client/oxapp/device_factory.h"
 #include "client/oxapp/device_interfaces.h"
 #include "client/oxapp/signal_interfaces.h"
-#include "core/undostack_bypass.h"
+#include "toolkit/undostack_bypass.h"
 
 #include <algorithm>
 #include <exception>

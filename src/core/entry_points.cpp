@@ -1,5 +1,7 @@
-// The plug-in's entry functions, called by the toolkit layer's exports.
+// The two exports the host calls and the plug-in's entry functions behind them.
+#include "core/entry_points.h"
 #include "core/qvxproe.h"
+#include "support/boundary.h"
 #include "support/os.h"
 #include "toolkit/host_table.h"
 #include "toolkit/pro_toolkit.h"
@@ -27,34 +29,54 @@ void ReportWcharMismatch(int hostSize, char* errbuf) {
 
 }  // namespace
 
+int user_initialize_plus(const QvxToolkitArgs* args) {
+    return qvx::CallAtBoundary("user_initialize_plus", 0, [&] {
+        qvx::toolkit::InstallHostTable(args);
+        char ownBuffer[256] = {};
+        char* errbuf = args && args->errorText ? args->errorText : ownBuffer;
+        return user_initialize(0, nullptr, args ? args->displayVersion : nullptr,
+                               args ? args->build : nullptr, errbuf);
+    });
+}
+
+void user_terminate_plus() {
+    qvx::CallAtBoundary("user_terminate_plus", [] { user_terminate(); });
+    qvx::CallAtBoundary("user_terminate_plus", [] { qvx::toolkit::InstallHostTable(nullptr); });
+}
+
 int user_initialize(int, char*[], const char* version, const char*, char* errbuf) {
-    try {
+    qvx::CallAtBoundary("user_initialize", [&] {
         int hostSize = 0;
         if (QvxTkWcharSizeCheck(2, &hostSize) != 0 || hostSize != 2) {
             ReportWcharMismatch(hostSize, errbuf);
-            return 0;
+            return;
         }
-        if (g_qvxProE) return 0;
+        if (g_qvxProE) return;
         std::wstring wideVersion = qvx::os::WidenAcp(version ? version : "");
+        // Published before Start(), which may already be called back into.
         g_qvxProE = std::make_unique<CQvxProE>(wideVersion.c_str());
-        if (g_qvxProE->Start() == 0) g_qvxProE.reset();
-    } catch (...) {
-        // Nothing may reach the host; a failed start leaves the plug-in idle.
-        g_qvxProE.reset();
-    }
+        // A failed start leaves the plug-in idle.
+        bool started =
+            qvx::CallAtBoundary("CQvxProE::Start", false, [] { return g_qvxProE->Start() != 0; });
+        if (!started) g_qvxProE.reset();
+    });
     return 0;
 }
 
 void user_terminate() {
-    try {
-        if (g_qvxProE) {
+    qvx::CallAtBoundary("user_terminate", [] {
+        if (!g_qvxProE) return;
+        bool stopped = qvx::CallAtBoundary("CQvxProE::Stop", false, [] {
             g_qvxProE->Stop();
-            g_qvxProE.reset();
-        }
-    } catch (...) {
+            return true;
+        });
         // An object whose stop failed is not trusted to destroy cleanly; it is let go.
-        (void)g_qvxProE.release();
-    }
+        if (stopped) {
+            g_qvxProE.reset();
+        } else {
+            (void)g_qvxProE.release();
+        }
+    });
     std::printf("user_terminate\n");
     std::fflush(stdout);
 }

@@ -6,12 +6,6 @@
 #include <cstdarg>
 #include <cstdint>
 
-#ifdef _WIN32
-#define QVX_EXPORT extern "C" __declspec(dllexport)
-#else
-#define QVX_EXPORT extern "C"
-#endif
-
 extern "C" {
 
 /// One host function: its name with the suffix "_v", and its entry.
@@ -88,11 +82,3 @@ int CallHost(CHostEntry<Fn>& entry, Args... args) {
 int QvxTkWcharSizeCheck(int pluginSize, int* hostSize);
 /// Copies the application text directory (terminated, cut to fit) into `buffer`.
 void QvxTkTextDirectoryGet(wchar_t* buffer, int capacity);
-
-/// The two exports the host calls at load and at unload.
-QVX_EXPORT int user_initialize_plus(const QvxToolkitArgs* args);
-QVX_EXPORT void user_terminate_plus();
-
-/// The plug-in's entry functions, which the two exports call.
-int user_initialize(int argc, char* argv[], const char* version, const char* build, char* errbuf);
-void user_terminate();

@@ -6,7 +6,7 @@
 #include "sim/host/session.h"
 #include "support/os.h"
 #include "support/registry.h"
-#include "toolkit/host_table.h"
+#include "core/entry_points.h"
 
 #include "tests/unit/common/fake_device.h"
 

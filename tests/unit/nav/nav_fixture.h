@@ -3,7 +3,7 @@
 
 #include "core/qvxproe.h"
 #include "sim/host/session.h"
-#include "toolkit/host_table.h"
+#include "core/entry_points.h"
 
 #include "tests/unit/common/fake_device.h"
 

@@ -1,4 +1,4 @@
-#include "core/undostack_bypass.h"
+#include "toolkit/undostack_bypass.h"
 
 #include <atomic>
 #include <cstdint>
