@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <vector>
 
 namespace ovk::testing {
@@ -66,10 +67,14 @@ TEST_F(SignalsTest, DroppingTheSlotObjectLeavesTheConnection) {
 }
 
 TEST_F(SignalsTest, SlotOutlivingItsSignalDisconnectsWithoutEffect) {
-    interface_ptr<ISlot> slot(Record(1));
+    auto captured = std::make_shared<int>(0);
+    interface_ptr<ISlot> slot(m_pinger.ConnectPing([captured](int) {}));
+    ASSERT_EQ(captured.use_count(), 2);
     m_object.reset();
+    // The signal's end released the slot's function; the slot's own disconnect finds nothing.
+    EXPECT_EQ(captured.use_count(), 1);
     slot->Disconnect();
-    SUCCEED();
+    EXPECT_EQ(captured.use_count(), 1);
 }
 
 }  // namespace
