@@ -47,15 +47,12 @@ int CQvxProE::Start() {
     AddHostMenu();
     CreateLcdApplet();
     ConnectModeSignal();
-    m_timerId = qvx::core::StartThreadTimer(m_timerId, kConfigTimerMs, &OnConfigTimerTick);
+    m_timerId.Start(kConfigTimerMs, &OnConfigTimerTick);
     return 1;
 }
 
 int CQvxProE::Stop() {
-    if (m_timerId != 0) {
-        qvx::core::StopThreadTimer(m_timerId);
-        m_timerId = 0;
-    }
+    m_timerId.Stop();
     DisconnectModeSignal();
     EndLcdApplet();
     // The table and the connections go before the device they came from.

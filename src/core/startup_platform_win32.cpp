@@ -5,7 +5,6 @@
 #include <shellapi.h>
 
 #include <cwchar>
-#include <map>
 
 namespace qvx::core {
 namespace {
@@ -55,19 +54,9 @@ void CopyTree(const std::wstring& from, const std::wstring& to) {
     } while (FindNextFileW(find.Get(), &data));
 }
 
-std::map<UINT_PTR, void (*)()>& TimerCallbacks() {
-    static std::map<UINT_PTR, void (*)()> callbacks;
-    return callbacks;
-}
-
-void CALLBACK OnThreadTimer(HWND, UINT, UINT_PTR id, DWORD) {
-    auto it = TimerCallbacks().find(id);
-    if (it != TimerCallbacks().end()) it->second();
-}
-
 }  // namespace
 
-std::uint32_t ThreadUiLanguage() { return GetThreadUILanguage(); }
+std::uint32_t SystemThreadUiLanguage() { return GetThreadUILanguage(); }
 
 std::wstring PrepareTextDirectory(const std::wstring& appTextDirectory,
                                   const std::wstring& homeDirectory) {
@@ -83,17 +72,6 @@ std::wstring PrepareTextDirectory(const std::wstring& appTextDirectory,
     CreateDirectoryW(textDirectory.c_str(), nullptr);
     if (!homeDirectory.empty()) CopyTree(Join(homeDirectory, L"text"), textDirectory);
     return textDirectory;
-}
-
-std::uint32_t StartThreadTimer(std::uint32_t id, std::uint32_t periodMs, void (*callback)()) {
-    UINT_PTR started = SetTimer(nullptr, id, periodMs, &OnThreadTimer);
-    if (started) TimerCallbacks()[started] = callback;
-    return static_cast<std::uint32_t>(started);
-}
-
-void StopThreadTimer(std::uint32_t id) {
-    KillTimer(nullptr, id);
-    TimerCallbacks().erase(id);
 }
 
 }  // namespace qvx::core

@@ -1,6 +1,6 @@
-// The configuration timer, driven by the native build's test timers.
+// The configuration poll's timer and the thread's language, through the plug-in's seams.
 #include "plugin_fixture.h"
-#include "core/timer_posix.h"
+#include "core/startup_platform.h"
 
 namespace qvx::testing {
 namespace {
@@ -8,15 +8,15 @@ namespace {
 TEST_F(PluginTest, ConfigTimerRunsWhileStartedAndNotAfterStop) {
     Load();
     ASSERT_TRUE(g_qvxProE);
-    EXPECT_EQ(core::FireThreadTimersForTest(), 1u);
+    EXPECT_EQ(m_loop.FireTimers(), 1u);
     user_terminate();
-    EXPECT_EQ(core::FireThreadTimersForTest(), 0u) << "a timer outlived the plug-in";
+    EXPECT_EQ(m_loop.FireTimers(), 0u) << "a timer outlived the plug-in";
 }
 
 TEST_F(PluginTest, ThreadLanguageDecidesWhenProLangIsUnset) {
-    core::g_threadUiLanguageForTest = 0x0411;
+    core::SetThreadUiLanguageSource([]() -> std::uint32_t { return 0x0411; });
     Load();
-    core::g_threadUiLanguageForTest = 0x0409;
+    core::SetThreadUiLanguageSource(nullptr);
     EXPECT_EQ(g_langCode, L"ja-JP");
 }
 

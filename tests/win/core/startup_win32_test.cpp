@@ -2,6 +2,7 @@
 // text directory through the shell, and the module object's global interface table.
 #include "core/module_win32.h"
 #include "core/startup_platform.h"
+#include "support/main_loop.h"
 
 #include <gtest/gtest.h>
 
@@ -16,27 +17,30 @@ namespace fs = std::filesystem;
 int g_ticks = 0;
 void CountTick() { ++g_ticks; }
 
-void PumpUntil(ULONGLONG deadline, const bool& done) {
-    MSG msg;
-    while (!done && GetTickCount64() < deadline) {
-        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&msg);
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, 5, QS_ALLINPUT);
-    }
+// These are about the system's timers, so they wait in real time: a 10 ms period stands for
+// the plug-in's 2,000 ms, and each wait ends as soon as the ticks are in (or after 500 ms, a
+// limit that only a broken timer reaches).
+void PumpUntilTicks(int ticks) {
+    for (int i = 0; i < 50 && g_ticks < ticks; ++i) SystemMainLoop().PumpMessages(10);
 }
 
-// Uses a 20 ms period: the timer under test is the same call with 2,000 ms.
-TEST(ThreadTimerTest, FiresThroughTheMessageLoopAndStopsWhenKilled) {
+TEST(ThreadTimerTest, FiresThroughTheMessageLoopAndStopsWithItsOwner) {
     g_ticks = 0;
-    std::uint32_t id = StartThreadTimer(0, 20, &CountTick);
-    ASSERT_NE(id, 0u);
-    bool done = false;
-    ULONGLONG end = GetTickCount64() + 2000;
-    while (g_ticks < 2 && GetTickCount64() < end) PumpUntil(GetTickCount64() + 10, done);
-    EXPECT_GE(g_ticks, 2);
-    StopThreadTimer(id);
-    int after = g_ticks;
-    PumpUntil(GetTickCount64() + 80, done);
-    EXPECT_EQ(g_ticks, after);
+    {
+        CThreadTimer timer;
+        ASSERT_TRUE(timer.Start(10, &CountTick));
+        EXPECT_NE(timer.Id(), 0u);
+        PumpUntilTicks(2);
+        EXPECT_GE(g_ticks, 2);
+        CThreadTimer moved = std::move(timer);
+        EXPECT_EQ(timer.Id(), 0u);
+        const int ticks = g_ticks;
+        PumpUntilTicks(ticks + 1);
+        EXPECT_GT(g_ticks, ticks) << "the moved timer runs on";
+    }
+    const int after = g_ticks;
+    SystemMainLoop().PumpMessages(50);
+    EXPECT_EQ(g_ticks, after) << "the owner's end killed the timer";
 }
 
 TEST(TextDirectoryTest, ShellDeletesTheOldTreeAndTheCopyRecursesWithSpacesInNames) {
