@@ -2,6 +2,7 @@
 // the multimedia timer period and thread timers of SetTimer.
 #include "support/main_loop.h"
 
+#include "support/boundary.h"
 #include "support/os.h"
 #include "support/win32_handles.h"
 
@@ -19,8 +20,11 @@ std::map<UINT_PTR, void (*)()>& TimerCallbacks() {
 }
 
 void CALLBACK OnThreadTimer(HWND, UINT, UINT_PTR id, DWORD) {
-    auto it = TimerCallbacks().find(id);
-    if (it != TimerCallbacks().end()) it->second();
+    // Called from inside whichever message loop runs, the host's own included.
+    CallAtBoundary("OnThreadTimer", [id] {
+        auto it = TimerCallbacks().find(id);
+        if (it != TimerCallbacks().end()) it->second();
+    });
 }
 
 // The wait wakes for every kind of input, raw input and posted messages included.

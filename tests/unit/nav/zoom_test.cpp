@@ -9,7 +9,10 @@
 #include "nav/zoom_animation.h"
 #include "nav/zoom_drivers.h"
 
+#include "support/boundary.h"
+
 #include <cmath>
+#include <stdexcept>
 
 namespace qvx::testing {
 namespace {
@@ -235,6 +238,29 @@ TEST_F(ZoomTest, FailedMouseTrackingZoomsAboutTheOrigin) {
     // The origin of pan-zoom space stays where it was on the screen.
     EXPECT_NEAR(Host().panZoom[3][0], before[3][0], 1e-9);
     EXPECT_NEAR(Host().panZoom[3][1], before[3][1], 1e-9);
+}
+
+TEST_F(ZoomTest, HandlerThatThrowsStopsAtTheSlotAndTheNextPressWorks) {
+    bool thrown = false;
+    Host().onCall = [&thrown](const std::string& line) {
+        if (!thrown && line.rfind("ProWindowPanZoomMatrixSet", 0) == 0) {
+            thrown = true;
+            throw std::runtime_error("host failed");
+        }
+    };
+    const std::uint64_t before = BoundaryCatchCount();
+    ::testing::internal::CaptureStdout();
+    PressFor(V3DCMD_ZOOM_IN, 50);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(),
+              "CQvxProE::OnCommandEx failed error=host failed\n");
+    Host().onCall = nullptr;
+    ASSERT_TRUE(thrown);
+    EXPECT_EQ(BoundaryCatchCount() - before, 1u);
+    EXPECT_EQ(Host().configOptions[L"max_animation_time"], L"1.0") << "restored on the way out";
+    m_loop.Reset();
+    m_scale = Host().panZoom[0][0];
+    PressFor(V3DCMD_ZOOM_IN, 50);
+    EXPECT_DOUBLE_EQ(ScaleRatio(), 5.0) << "the driver's flags were cleared on the way out";
 }
 
 }  // namespace

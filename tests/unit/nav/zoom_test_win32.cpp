@@ -6,10 +6,13 @@
 #include "nav/command_codes.h"
 #include "nav/message_pump.h"
 #include "nav/mouse_tracking.h"
+#include "nav/mouse_tracking_win32.h"
+#include "support/boundary.h"
 #include "support/main_loop.h"
 #include "support/win32_handles.h"
 
 #include <memory>
+#include <stdexcept>
 
 namespace qvx::testing {
 namespace {
@@ -133,6 +136,21 @@ protected:
 
 TEST_F(TrackingWin32Test, FindsThePointUnderTheCursorAndPutsTheCursorBack) {
     Track();
+    ExpectTrackedAndCursorBack();
+}
+
+TEST_F(TrackingWin32Test, WigglerThatThrowsEndsItsThreadOnlyAndTheCursorComesBack) {
+    nav::SetWiggleStep([](HWND window, POINT client) {
+        PostMessageW(window, WM_MOUSEMOVE, 0, MAKELPARAM(client.x, client.y));
+        throw std::runtime_error("no more moves");
+    });
+    const std::uint64_t before = BoundaryCatchCount();
+    ::testing::internal::CaptureStdout();
+    Track();
+    std::string out = ::testing::internal::GetCapturedStdout();
+    nav::SetWiggleStep(nullptr);
+    EXPECT_EQ(BoundaryCatchCount() - before, 1u);
+    EXPECT_EQ(out, "Wiggle failed error=no more moves\n");
     ExpectTrackedAndCursorBack();
 }
 

@@ -2,12 +2,14 @@
 // text directory through the shell, and the module object's global interface table.
 #include "core/module_win32.h"
 #include "core/startup_platform.h"
+#include "support/boundary.h"
 #include "support/main_loop.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
+#include <stdexcept>
 
 namespace qvx::core {
 namespace {
@@ -16,6 +18,10 @@ namespace fs = std::filesystem;
 
 int g_ticks = 0;
 void CountTick() { ++g_ticks; }
+void ThrowingTick() {
+    ++g_ticks;
+    throw std::runtime_error("configuration unreadable");
+}
 
 // These are about the system's timers, so they wait in real time: a 10 ms period stands for
 // the plug-in's 2,000 ms, and each wait ends as soon as the ticks are in (or after 500 ms, a
@@ -41,6 +47,21 @@ TEST(ThreadTimerTest, FiresThroughTheMessageLoopAndStopsWithItsOwner) {
     const int after = g_ticks;
     SystemMainLoop().PumpMessages(50);
     EXPECT_EQ(g_ticks, after) << "the owner's end killed the timer";
+}
+
+TEST(ThreadTimerTest, PollThatThrowsIsStoppedAtTheTimersEntryAndTicksOn) {
+    g_ticks = 0;
+    const std::uint64_t before = BoundaryCatchCount();
+    ::testing::internal::CaptureStdout();
+    {
+        CThreadTimer timer;
+        ASSERT_TRUE(timer.Start(10, &ThrowingTick));
+        PumpUntilTicks(2);
+    }
+    std::string out = ::testing::internal::GetCapturedStdout();
+    EXPECT_GE(g_ticks, 2);
+    EXPECT_EQ(BoundaryCatchCount() - before, static_cast<std::uint64_t>(g_ticks));
+    EXPECT_EQ(out.rfind("OnThreadTimer failed error=configuration unreadable\n", 0), 0u) << out;
 }
 
 TEST(TextDirectoryTest, ShellDeletesTheOldTreeAndTheCopyRecursesWithSpacesInNames) {
