@@ -132,5 +132,26 @@ TEST(ModuleTest, GlobalInterfaceTableIsMadeOnceAndNullOutIsRefused) {
     EXPECT_EQ(module.Unlock(), 0);
 }
 
+// Counts what its owner does to it, in place of a COM object.
+struct CCountedInterface {
+    ULONG Release() { return static_cast<ULONG>(++releases); }
+    int releases = 0;
+};
+
+TEST(ComOwnerTest, ReleasesOnceWhateverWayTheReferenceTravels) {
+    CCountedInterface a, b;
+    {
+        ovklib::CComOwner<CCountedInterface> owner(&a);
+        ovklib::CComOwner<CCountedInterface> moved(std::move(owner));
+        EXPECT_FALSE(owner);
+        EXPECT_EQ(a.releases, 0);
+        moved = ovklib::CComOwner<CCountedInterface>(&b);
+        EXPECT_EQ(a.releases, 1) << "the reference replaced by the move is given back";
+        EXPECT_EQ(moved.Take(), &b);
+    }
+    EXPECT_EQ(a.releases, 1);
+    EXPECT_EQ(b.releases, 0) << "a reference taken away is the taker's to release";
+}
+
 }  // namespace
 }  // namespace qvx::core
