@@ -30,6 +30,8 @@ public:
 private:
     CMapkeyMap m_mapkeys;
     std::vector<CQvxProEMapkeyFile> m_mapkeyFiles;
+    // The two category labels and the two integers are part of the catalogue's data but
+    // nothing reads them yet.
     std::wstring m_allCommandsLabel = L"All Commands";
     std::wstring m_viewsLabel = L"QvxViews";
     std::wstring m_installDir;

@@ -13,6 +13,10 @@ std::unique_ptr<CQvxProE> g_qvxProE;
 namespace {
 
 constexpr const wchar_t* kInstallKey = L"SOFTWARE\\Quorvex\\QvxProENGINEER";
+/// Room for the installation directory, in characters with the terminator.
+constexpr std::size_t kHomeDirectoryCapacity = 262;
+/// Room for the host's application text directory, a path of the host's platform.
+constexpr int kTextDirectoryCapacity = 260;
 constexpr std::uint32_t kConfigTimerMs = 2000;
 
 void OnConfigTimerTick() {
@@ -34,14 +38,14 @@ CQvxProE::~CQvxProE() { Stop(); }
 int CQvxProE::Start() {
     // A missing key or value leaves the home directory empty; start-up goes on regardless.
     m_homeDirectory = qvx::os::ReadRegistryString(qvx::os::RegistryRoot::LocalMachine, kInstallKey,
-                                                  L"Home Directory", 262)
+                                                  L"Home Directory", kHomeDirectoryCapacity)
                           .value_or(L"");
     BuildActionTree();
     if (!ConnectDriver()) return 0;
     LoadSettingsToDriver();
 
-    wchar_t appTextDirectory[260] = {};
-    QvxTkTextDirectoryGet(appTextDirectory, 260);
+    wchar_t appTextDirectory[kTextDirectoryCapacity] = {};
+    QvxTkTextDirectoryGet(appTextDirectory, kTextDirectoryCapacity);
     m_textDirectory = qvx::core::PrepareTextDirectory(appTextDirectory, m_homeDirectory);
 
     AddHostMenu();

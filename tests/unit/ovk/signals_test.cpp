@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <vector>
 
 namespace ovk::testing {
@@ -66,10 +67,13 @@ TEST_F(SignalsTest, DroppingTheSlotObjectLeavesTheConnection) {
 }
 
 TEST_F(SignalsTest, SlotOutlivingItsSignalDisconnectsWithoutEffect) {
-    interface_ptr<ISlot> slot(Record(1));
+    auto token = std::make_shared<int>(0);
+    interface_ptr<ISlot> slot(m_pinger.ConnectPing([token](int) {}));
+    ASSERT_EQ(token.use_count(), 2);
     m_object.reset();
-    slot->Disconnect();
-    SUCCEED();
+    EXPECT_EQ(token.use_count(), 1) << "the signal's end let go of the function";
+    EXPECT_NO_THROW(slot->Disconnect());
+    EXPECT_EQ(token.use_count(), 1);
 }
 
 }  // namespace
