@@ -24,7 +24,6 @@ public:
     /// True when a configuration file changed; the merge is then already reloaded.
     bool CheckMapkeyFiles();
 
-    const std::wstring& InstallDir() const { return m_installDir; }
     const std::vector<CQvxProEMapkeyFile>& MapkeyFiles() const { return m_mapkeyFiles; }
 
 private:

@@ -51,7 +51,6 @@ public:
     const std::wstring& HomeDirectory() const { return m_homeDirectory; }
     const std::wstring& TextDirectory() const { return m_textDirectory; }
     std::uint32_t TimerId() const { return m_timerId.Id(); }
-    ProMode Mode() const { return m_mode; }
     const std::map<std::uint32_t, CommandHandler>& Commands() const { return m_commands; }
     /// The driver's device object; empty when the plug-in has no driver.
     const ovk::interface_ptr<ovk::IObject>& Device() const { return m_device; }

@@ -31,7 +31,7 @@ void PostMouseMove(HWND window, POINT client) {
     PostMessageW(window, WM_MOUSEMOVE, 0, Packed(client));
 }
 
-// Set before a wiggler starts and read by it; the thread's start orders the two.
+// Read on the main thread as a wiggler starts; each wiggler runs a copy of its own.
 WiggleStep& Step() {
     static WiggleStep step;
     return step;
@@ -51,7 +51,7 @@ private:
 
 // Posts a mouse move one pixel to each side of the cursor, every 10 ms, until stopped; then
 // puts the cursor back exactly where it was.
-void Wiggle(std::stop_token stop, HWND window, WiggleStep step) {
+void Wiggle(std::stop_token stop, HWND window, const WiggleStep& step) {
     POINT screen{};
     GetCursorPos(&screen);
     CCursorRestore restore(screen);

@@ -95,12 +95,6 @@ TEST_F(NavTest, StopEmptiesTheTableSoLateCommandsFindNothing) {
     EXPECT_TRUE(Host().macros.empty());
 }
 
-}  // namespace
-}  // namespace qvx::testing
-
-namespace qvx::testing {
-namespace {
-
 TEST_F(NavTest, TheDevicesSignalsReachBothCommandSlots) {
     CFakeDevice* device = m_devices.Last();
     ASSERT_NE(device, nullptr);
