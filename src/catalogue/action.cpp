@@ -3,14 +3,13 @@
 
 #include "catalogue/mapkey_lookup.h"
 #include "catalogue/s3dm_handlers.h"
-#include "toolkit/undostack_bypass.h"
+#include "support/main_loop.h"
 #include "support/os.h"
-#include "support/thread_messages.h"
+#include "support/text_compare.h"
 #include "toolkit/pro_toolkit.h"
 
 #include <array>
 #include <cctype>
-#include <cwctype>
 #include <istream>
 #include <iterator>
 #include <ostream>
@@ -35,19 +34,9 @@ constexpr std::array<DisplayMacro, 4> kDisplayMacros = {{
     {L"ProCmdViewShaded", L"~ Command `ProCmdEnvMdlDisp` `Shading`;~ Command `ProCmdViewRepaint`"},
 }};
 
-bool EqualsIgnoringCase(const std::wstring& a, const wchar_t* b) {
-    std::size_t i = 0;
-    for (; i < a.size(); ++i) {
-        if (!b[i] ||
-            std::towlower(static_cast<wint_t>(a[i])) != std::towlower(static_cast<wint_t>(b[i])))
-            return false;
-    }
-    return b[i] == 0;
-}
-
 std::wstring MakeMacro(const std::wstring& name, std::int32_t kind) {
     for (const DisplayMacro& row : kDisplayMacros) {
-        if (EqualsIgnoringCase(name, row.command)) return row.macro;
+        if (qvx::EqualsIgnoringCase(name, row.command)) return row.macro;
     }
     return L"~ Command `" + name + L"`" + (kind == CAction::kProCmdCheck ? L" 1" : L"") + L";";
 }
@@ -126,7 +115,7 @@ bool CAction::Execute() const {
         CQvxUndostackClearBypass bypass(true);
         switch (m_kind) {
             case kMenuItem:
-                return m_menuId != 0 && qvx::os::PostCommandToThisThread(m_menuId);
+                return m_menuId != 0 && qvx::MainLoop().PostCommand(m_menuId);
             case kS3dm: {
                 auto& handlers = qvx::catalogue::S3dmHandlers();
                 auto it = handlers.find(qvx::os::NarrowAcp(m_text));

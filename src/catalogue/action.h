@@ -20,7 +20,7 @@ public:
     };
 
     CAction() = default;
-    /// For kinds 3 and 4 `text` is a command name and becomes its macro.
+    /// For kProCmd and kProCmdCheck `text` is a command name and becomes its macro.
     CAction(const std::wstring& text, const std::wstring& label, std::int32_t kind,
             const std::wstring& image, const std::wstring& tooltip);
     /// A Windows command; `m_text` stays empty.
@@ -62,5 +62,6 @@ private:
     std::wstring m_tooltip;
 };
 
-/// A mapkey as the catalogue holds it: its kind 5 action and its macro body (system code page).
+/// A mapkey as the catalogue holds it: its kProMacro action and its macro body (system code
+/// page).
 using CMapkeyEntry = std::pair<CAction, std::string>;

@@ -2,6 +2,7 @@
 
 #include "catalogue/lang_file.h"
 #include "support/os.h"
+#include "support/text_compare.h"
 
 #include <cctype>
 #include <cstring>
@@ -51,16 +52,6 @@ private:
 
 const char kSeparators[] = "\a\b\f\n\r\t\v \"";
 const char kQuote[] = "\"";
-
-bool EqualsIgnoringCase(const char* a, const char* b) {
-    for (; *a && *b; ++a, ++b) {
-        if (std::tolower(static_cast<unsigned char>(*a)) !=
-            std::tolower(static_cast<unsigned char>(*b))) {
-            return false;
-        }
-    }
-    return *a == *b;
-}
 
 }  // namespace
 
@@ -118,15 +109,16 @@ void CQvxProCmdRes::ParseText(std::string text, const CQvxProCmdLangFile* langua
             --depth;
         }
         enum { kNone, kActivate, kHelp, kBitmap, kLabel, kDescription } key = kNone;
-        if (p.m_activateCommand.empty() && EqualsIgnoringCase(token, "command.ActivateCommand")) {
+        if (p.m_activateCommand.empty() &&
+            qvx::EqualsIgnoringCase(token, "command.ActivateCommand")) {
             key = kActivate;
-        } else if (EqualsIgnoringCase(token, "command.HelpText")) {
+        } else if (qvx::EqualsIgnoringCase(token, "command.HelpText")) {
             key = kHelp;
-        } else if (EqualsIgnoringCase(token, "command.Bitmap")) {
+        } else if (qvx::EqualsIgnoringCase(token, "command.Bitmap")) {
             key = kBitmap;
-        } else if (EqualsIgnoringCase(token, "command.Label")) {
+        } else if (qvx::EqualsIgnoringCase(token, "command.Label")) {
             key = kLabel;
-        } else if (EqualsIgnoringCase(token, "description.Label")) {
+        } else if (qvx::EqualsIgnoringCase(token, "description.Label")) {
             key = kDescription;
         }
         if (key == kNone) continue;

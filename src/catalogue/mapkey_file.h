@@ -10,7 +10,7 @@
 #include <memory>
 #include <string>
 
-/// Merged mapkeys by key sequence (plain byte order): the kind 5 action and the macro body.
+/// Merged mapkeys by key sequence (plain byte order): the kProMacro action and the macro body.
 using CMapkeyMap = std::map<std::string, CMapkeyEntry>;
 
 class CQvxProEMapkeyFile {

@@ -1,6 +1,6 @@
-// The seam between actions and the catalogue's merged mapkeys: a kind 5 action asks here for
+// The seam between actions and the catalogue's merged mapkeys: a kProMacro action asks here for
 // the mapkeys, and the catalogue registers the function that answers. Until one is registered
-// the list is empty, so every kind 5 action runs its own text.
+// the list is empty, so every kProMacro action runs its own text.
 #pragma once
 
 #include "catalogue/action.h"

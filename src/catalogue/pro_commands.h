@@ -24,12 +24,13 @@ public:
     /// True when a configuration file changed; the merge is then already reloaded.
     bool CheckMapkeyFiles();
 
-    const std::wstring& InstallDir() const { return m_installDir; }
     const std::vector<CQvxProEMapkeyFile>& MapkeyFiles() const { return m_mapkeyFiles; }
 
 private:
     CMapkeyMap m_mapkeys;
     std::vector<CQvxProEMapkeyFile> m_mapkeyFiles;
+    // The two category labels and the two integers are part of the catalogue's data but
+    // nothing reads them yet.
     std::wstring m_allCommandsLabel = L"All Commands";
     std::wstring m_viewsLabel = L"QvxViews";
     std::wstring m_installDir;

@@ -1,4 +1,4 @@
-// The process-wide table of named handlers that kind 2 actions run. It starts empty and no
+// The process-wide table of named handlers that kS3dm actions run. It starts empty and no
 // part of the plug-in registers into it: it is the extension point for built-in functions.
 #pragma once
 

@@ -5,10 +5,9 @@
 #include "client/oxapp/device_factory.h"
 #include "client/oxapp/device_interfaces.h"
 #include "client/oxapp/signal_interfaces.h"
-#include "toolkit/undostack_bypass.h"
+#include "support/boundary.h"
 
 #include <algorithm>
-#include <exception>
 
 namespace {
 
@@ -56,14 +55,15 @@ void CQvxProE::FillCommandTable() {
     }
 }
 
+// The three slots are the driver's way in: nothing of any kind goes back into it.
+
 void CQvxProE::OnCommand(const char* id, bool pressed) {
-    // Press only, parse, run, in a bypass scope, with nothing thrown back: the action's own
-    // entry for the driver does exactly that.
-    CAction::ExecuteFromDriver(id, pressed);
+    // Press only, parse, run, in a bypass scope: the action's own entry for the driver.
+    qvx::CallAtBoundary("CQvxProE::OnCommand", [&] { CAction::ExecuteFromDriver(id, pressed); });
 }
 
 void CQvxProE::OnCommandEx(unsigned code, bool pressed, int* ints, float* floats) {
-    try {
+    qvx::CallAtBoundary("CQvxProE::OnCommandEx", [&] {
         CQvxUndostackClearBypass bypass(true);
         auto it = m_commands.find(code);
         if (it == m_commands.end()) return;
@@ -75,10 +75,13 @@ void CQvxProE::OnCommandEx(unsigned code, bool pressed, int* ints, float* floats
         // A copy: a nested command may run inside the handler and the table may change there.
         CommandHandler handler = it->second;
         handler(pressed, intArray, floatArray);
-    } catch (const std::exception&) {
-    } catch (...) {
-        // Nothing of any kind goes back into the driver.
-    }
+    });
 }
 
-void CQvxProE::OnValueChanged() {}
+void CQvxProE::OnValueChanged() {
+    qvx::CallAtBoundary("CQvxProE::OnValueChanged", [this] {
+        if (!m_device) return;
+        // The settings object that reads the driver's values back and saves them is not part
+        // of the plug-in yet; until it is, a change is only taken note of.
+    });
+}

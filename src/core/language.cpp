@@ -1,8 +1,9 @@
 // The language tables and the start-up choice of language.
 #include "core/language.h"
 
+#include "support/text_compare.h"
+
 #include <array>
-#include <cwctype>
 
 std::uint16_t g_langId = 0x0409;
 std::wstring g_langCode = L"en-US";
@@ -50,16 +51,9 @@ constexpr std::array<NamedId, 22> kNamedIds = {{
     {"ja", 0x0411},
 }};
 
-template <typename Char>
-bool EqualsIgnoringCase(std::basic_string_view<Char> a, const Char* b) {
-    std::size_t i = 0;
-    for (; i < a.size(); ++i) {
-        if (b[i] == 0) return false;
-        if (std::towlower(static_cast<wint_t>(a[i])) != std::towlower(static_cast<wint_t>(b[i])))
-            return false;
-    }
-    return b[i] == 0;
-}
+/// PRO_LANG is read into a buffer of this many characters; a longer value counts as a failed
+/// read.
+constexpr std::size_t kProLangCapacity = 260;
 
 void Apply(const LanguageRow* row) {
     if (!row) return;
@@ -95,8 +89,7 @@ void SetLanguageIdFromName(std::string_view name) {
 }
 
 void ChooseLanguage(const std::optional<std::wstring>& proLang, std::uint32_t threadUiLanguage) {
-    // The value is read into a 260-character buffer; a longer one counts as a failed read.
-    std::wstring text = proLang && proLang->size() < 260 ? *proLang : std::wstring();
+    std::wstring text = proLang && proLang->size() < kProLangCapacity ? *proLang : std::wstring();
     if (!text.empty()) {
         Apply(FindLanguageByProLang(text));
         return;

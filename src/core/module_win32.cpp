@@ -8,29 +8,27 @@ namespace {
 std::mutex g_gitMutex;
 }
 
-CModule::~CModule() {
-    // Released only while COM is still up; at process end it may not be.
-    m_git = nullptr;
-}
+CModule::~CModule() = default;
 
 LONG CModule::Lock() { return InterlockedIncrement(&m_lockCount); }
 LONG CModule::Unlock() { return InterlockedDecrement(&m_lockCount); }
 LONG CModule::GetLockCount() { return m_lockCount; }
 
 HRESULT CModule::GetGITPtr(IGlobalInterfaceTable** out) {
-    if (!out) return E_POINTER;  // 0x80004003
+    if (!out) return E_POINTER;
     *out = nullptr;
     std::lock_guard lock(g_gitMutex);
     HRESULT status = S_OK;
     if (!m_git) {
-        status = CoCreateInstance(CLSID_StdGlobalInterfaceTable, nullptr,
-                                  /*CLSCTX_INPROC_SERVER=*/1, IID_IGlobalInterfaceTable,
-                                  reinterpret_cast<void**>(&m_git));
-        if (FAILED(status)) m_git = nullptr;
+        // What a failed creation leaves in its out-parameter is not trusted.
+        IGlobalInterfaceTable* made = nullptr;
+        status = CoCreateInstance(CLSID_StdGlobalInterfaceTable, nullptr, CLSCTX_INPROC_SERVER,
+                                  IID_IGlobalInterfaceTable, reinterpret_cast<void**>(&made));
+        if (SUCCEEDED(status)) m_git.Reset(made);
     }
     if (m_git) {
-        m_git->AddRef();
-        *out = m_git;
+        m_git.Get()->AddRef();
+        *out = m_git.Get();
     }
     return status;
 }

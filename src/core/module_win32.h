@@ -2,7 +2,7 @@
 // interface table, made on first use; it has nothing else of its own.
 #pragma once
 
-#include "support/windows_api.h"
+#include "support/win32_handles.h"
 
 #include <objidl.h>
 
@@ -19,6 +19,9 @@ public:
     CModule() = default;
     CModule(const CModule&) = delete;
     CModule& operator=(const CModule&) = delete;
+    /// Gives back the module's reference to the global interface table. The table belongs to
+    /// the COM library, which this library imports and which is therefore unloaded after it,
+    /// so the release is safe at process end too.
     virtual ~CModule();
 
     virtual LONG Lock();
@@ -31,7 +34,7 @@ public:
 
 private:
     LONG m_lockCount = 0;
-    IGlobalInterfaceTable* m_git = nullptr;
+    ovklib::CComOwner<IGlobalInterfaceTable> m_git;
 };
 
 /// The one module object, made when the library loads and destroyed when it unloads.

@@ -13,6 +13,10 @@ std::unique_ptr<CQvxProE> g_qvxProE;
 namespace {
 
 constexpr const wchar_t* kInstallKey = L"SOFTWARE\\Quorvex\\QvxProENGINEER";
+/// Room for the installation directory, in characters with the terminator.
+constexpr std::size_t kHomeDirectoryCapacity = 262;
+/// Room for the host's application text directory, a path of the host's platform.
+constexpr int kTextDirectoryCapacity = 260;
 constexpr std::uint32_t kConfigTimerMs = 2000;
 
 void OnConfigTimerTick() {
@@ -34,28 +38,25 @@ CQvxProE::~CQvxProE() { Stop(); }
 int CQvxProE::Start() {
     // A missing key or value leaves the home directory empty; start-up goes on regardless.
     m_homeDirectory = qvx::os::ReadRegistryString(qvx::os::RegistryRoot::LocalMachine, kInstallKey,
-                                                  L"Home Directory", 262)
+                                                  L"Home Directory", kHomeDirectoryCapacity)
                           .value_or(L"");
     BuildActionTree();
     if (!ConnectDriver()) return 0;
     LoadSettingsToDriver();
 
-    wchar_t appTextDirectory[260] = {};
-    QvxTkTextDirectoryGet(appTextDirectory, 260);
+    wchar_t appTextDirectory[kTextDirectoryCapacity] = {};
+    QvxTkTextDirectoryGet(appTextDirectory, kTextDirectoryCapacity);
     m_textDirectory = qvx::core::PrepareTextDirectory(appTextDirectory, m_homeDirectory);
 
     AddHostMenu();
     CreateLcdApplet();
     ConnectModeSignal();
-    m_timerId = qvx::core::StartThreadTimer(m_timerId, kConfigTimerMs, &OnConfigTimerTick);
+    m_timerId.Start(kConfigTimerMs, &OnConfigTimerTick);
     return 1;
 }
 
 int CQvxProE::Stop() {
-    if (m_timerId != 0) {
-        qvx::core::StopThreadTimer(m_timerId);
-        m_timerId = 0;
-    }
+    m_timerId.Stop();
     DisconnectModeSignal();
     EndLcdApplet();
     // The table and the connections go before the device they came from.

@@ -8,6 +8,7 @@
 #include "client/ovk/interface_ptr.h"
 #include "client/ovk/signals.h"
 #include "nav/command_bindings.h"
+#include "support/main_loop.h"
 
 #include <cstdint>
 #include <map>
@@ -49,8 +50,7 @@ public:
     const std::wstring& Version() const { return m_version; }
     const std::wstring& HomeDirectory() const { return m_homeDirectory; }
     const std::wstring& TextDirectory() const { return m_textDirectory; }
-    std::uint32_t TimerId() const { return m_timerId; }
-    ProMode Mode() const { return m_mode; }
+    std::uint32_t TimerId() const { return m_timerId.Id(); }
     const std::map<std::uint32_t, CommandHandler>& Commands() const { return m_commands; }
     /// The driver's device object; empty when the plug-in has no driver.
     const ovk::interface_ptr<ovk::IObject>& Device() const { return m_device; }
@@ -73,9 +73,10 @@ private:
     std::wstring m_version;
     std::wstring m_homeDirectory;
     std::wstring m_textDirectory;
-    std::int32_t m_popupDepth = 0;
+    std::int32_t m_popupDepth = 0;  ///< open device menus; nothing opens one yet
     std::map<ProMode, std::string> m_actionSets;
-    std::uint32_t m_timerId = 0;
+    /// The 2,000 ms configuration poll; its Id() is 0 while none runs.
+    qvx::CThreadTimer m_timerId;
     ProMode m_mode = -3;
     std::map<std::uint32_t, CommandHandler> m_commands;
     ovk::interface_ptr<ovk::IObject> m_device;

@@ -1,6 +1,5 @@
-// The operating-system steps of the plug-in's start and stop: the thread's language, the
-// scratch text directory, and the thread timer. A Win32 and a native implementation sit
-// beside this header.
+// The operating-system steps of the plug-in's start: the thread's language and the scratch
+// text directory. A Win32 and a native implementation sit beside this header.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +8,12 @@
 namespace qvx::core {
 
 /// The calling thread's user-interface language (a Windows language id in the low 16 bits).
+/// The native build has no such setting and answers 0x0409.
 std::uint32_t ThreadUiLanguage();
+/// Makes ThreadUiLanguage() ask `source` instead of the system; null puts the system back.
+void SetThreadUiLanguageSource(std::uint32_t (*source)());
+/// The system's answer, whatever source is set.
+std::uint32_t SystemThreadUiLanguage();
 
 /// Empties the application text directory and fills it from the installation:
 /// expands `appTextDirectory` to its long form (creating it first when that fails), deletes it
@@ -18,10 +22,5 @@ std::uint32_t ThreadUiLanguage();
 /// the copy. Failures of the single steps are not examined.
 std::wstring PrepareTextDirectory(const std::wstring& appTextDirectory,
                                   const std::wstring& homeDirectory);
-
-/// Starts a thread timer (no window) that calls `callback` every `periodMs` on this thread's
-/// message loop; `id` 0 asks for a new id. Returns the timer's id, 0 on failure.
-std::uint32_t StartThreadTimer(std::uint32_t id, std::uint32_t periodMs, void (*callback)());
-void StopThreadTimer(std::uint32_t id);
 
 }  // namespace qvx::core

@@ -1,11 +1,8 @@
-// The start-up steps on the native build: the text directory with std::filesystem, and
-// timers that only run when a test says so (see timer_posix.h).
+// The start-up steps on the native build: the text directory with std::filesystem.
 #include "core/startup_platform.h"
-#include "core/timer_posix.h"
 #include "support/os.h"
 
 #include <filesystem>
-#include <map>
 
 namespace qvx::core {
 namespace {
@@ -31,17 +28,9 @@ void CopyTree(const fs::path& from, const fs::path& to) {
     }
 }
 
-std::map<std::uint32_t, void (*)()>& Timers() {
-    static std::map<std::uint32_t, void (*)()> timers;
-    return timers;
-}
-std::uint32_t g_nextTimerId = 1;
-
 }  // namespace
 
-std::uint32_t ThreadUiLanguage() { return g_threadUiLanguageForTest; }
-
-std::uint32_t g_threadUiLanguageForTest = 0x0409;
+std::uint32_t SystemThreadUiLanguage() { return 0x0409; }
 
 std::wstring PrepareTextDirectory(const std::wstring& appTextDirectory,
                                   const std::wstring& homeDirectory) {
@@ -57,21 +46,6 @@ std::wstring PrepareTextDirectory(const std::wstring& appTextDirectory,
     fs::create_directory(text, ec);
     if (!homeDirectory.empty()) CopyTree(PathOf(homeDirectory) / "text", text);
     return os::WidenUtf8(text.string());
-}
-
-std::uint32_t StartThreadTimer(std::uint32_t id, std::uint32_t, void (*callback)()) {
-    if (id == 0) id = g_nextTimerId++;
-    Timers()[id] = callback;
-    return id;
-}
-
-void StopThreadTimer(std::uint32_t id) { Timers().erase(id); }
-
-std::size_t FireThreadTimersForTest() {
-    // Copied first: a callback may stop its own timer.
-    auto timers = Timers();
-    for (auto& [id, callback] : timers) callback();
-    return timers.size();
 }
 
 }  // namespace qvx::core

@@ -1,42 +1,39 @@
 // The start-up steps on Windows.
 #include "core/startup_platform.h"
+#include "support/os.h"
 #include "support/win32_handles.h"
 
 #include <shellapi.h>
 
 #include <cwchar>
-#include <map>
 
 namespace qvx::core {
 namespace {
 
-std::wstring LongPath(const std::wstring& path) {
-    wchar_t buffer[260] = {};
-    DWORD n = GetLongPathNameW(path.c_str(), buffer, 260);
-    if (n == 0 || n >= 260) return {};
-    return buffer;
-}
+using os::JoinPath;
 
-std::wstring Join(const std::wstring& dir, const wchar_t* leaf) {
-    if (!dir.empty() && dir.back() != L'\\' && dir.back() != L'/') return dir + L'\\' + leaf;
-    return dir + leaf;
+std::wstring LongPath(const std::wstring& path) {
+    wchar_t buffer[MAX_PATH] = {};
+    DWORD n = GetLongPathNameW(path.c_str(), buffer, MAX_PATH);
+    if (n == 0 || n >= MAX_PATH) return {};
+    return buffer;
 }
 
 void DeleteTree(const std::wstring& dir) {
     // The shell wants the path in a buffer with a double terminator.
-    wchar_t from[262] = {};
-    wcsncpy(from, dir.c_str(), 259);
+    wchar_t from[MAX_PATH + 2] = {};
+    wcsncpy(from, dir.c_str(), MAX_PATH - 1);
     SHFILEOPSTRUCTW op{};
-    op.wFunc = FO_DELETE;  // 3
+    op.wFunc = FO_DELETE;
     op.pFrom = from;
-    op.fFlags = /*FOF_SILENT|FOF_NOCONFIRMATION|FOF_NOERRORUI=*/0x0414;
+    op.fFlags = FOF_SILENT | FOF_NOCONFIRMATION | FOF_NOERRORUI;
     SHFileOperationW(&op);
 }
 
 // Copies every entry of `from` into `to`; `to` is made when the first entry is met.
 void CopyTree(const std::wstring& from, const std::wstring& to) {
     WIN32_FIND_DATAW data{};
-    ovklib::CFindHandle find(FindFirstFileW(Join(from, L"*").c_str(), &data));
+    ovklib::CFindHandle find(FindFirstFileW(JoinPath(from, L"*").c_str(), &data));
     if (!find) return;
     bool made = false;
     do {
@@ -45,8 +42,8 @@ void CopyTree(const std::wstring& from, const std::wstring& to) {
             CreateDirectoryW(to.c_str(), nullptr);
             made = true;
         }
-        std::wstring source = Join(from, data.cFileName);
-        std::wstring target = Join(to, data.cFileName);
+        std::wstring source = JoinPath(from, data.cFileName);
+        std::wstring target = JoinPath(to, data.cFileName);
         if (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
             CopyTree(source, target);
         } else {
@@ -55,19 +52,9 @@ void CopyTree(const std::wstring& from, const std::wstring& to) {
     } while (FindNextFileW(find.Get(), &data));
 }
 
-std::map<UINT_PTR, void (*)()>& TimerCallbacks() {
-    static std::map<UINT_PTR, void (*)()> callbacks;
-    return callbacks;
-}
-
-void CALLBACK OnThreadTimer(HWND, UINT, UINT_PTR id, DWORD) {
-    auto it = TimerCallbacks().find(id);
-    if (it != TimerCallbacks().end()) it->second();
-}
-
 }  // namespace
 
-std::uint32_t ThreadUiLanguage() { return GetThreadUILanguage(); }
+std::uint32_t SystemThreadUiLanguage() { return GetThreadUILanguage(); }
 
 std::wstring PrepareTextDirectory(const std::wstring& appTextDirectory,
                                   const std::wstring& homeDirectory) {
@@ -79,21 +66,10 @@ std::wstring PrepareTextDirectory(const std::wstring& appTextDirectory,
     if (textDirectory.empty()) return textDirectory;
     DeleteTree(textDirectory);
     CreateDirectoryW(textDirectory.c_str(), nullptr);
-    textDirectory = Join(textDirectory, L"text");
+    textDirectory = JoinPath(textDirectory, L"text");
     CreateDirectoryW(textDirectory.c_str(), nullptr);
-    if (!homeDirectory.empty()) CopyTree(Join(homeDirectory, L"text"), textDirectory);
+    if (!homeDirectory.empty()) CopyTree(JoinPath(homeDirectory, L"text"), textDirectory);
     return textDirectory;
-}
-
-std::uint32_t StartThreadTimer(std::uint32_t id, std::uint32_t periodMs, void (*callback)()) {
-    UINT_PTR started = SetTimer(nullptr, id, periodMs, &OnThreadTimer);
-    if (started) TimerCallbacks()[started] = callback;
-    return static_cast<std::uint32_t>(started);
-}
-
-void StopThreadTimer(std::uint32_t id) {
-    KillTimer(nullptr, id);
-    TimerCallbacks().erase(id);
 }
 
 }  // namespace qvx::core

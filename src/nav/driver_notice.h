@@ -3,22 +3,18 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
-#include <vector>
 
 namespace qvx::nav {
 
 /// `type` is passed to the driver as it is.
 void ShowDriverNotice(const std::wstring& text, const char* caption, std::uint32_t type);
 
-#ifndef _WIN32
-struct CDriverNotice {
-    std::wstring text;
-    std::string caption;
-    std::uint32_t type;
-};
-/// The notices shown so far on the native build, which has no driver; the list is emptied.
-std::vector<CDriverNotice> TakeDriverNoticesForTest();
-#endif
+/// Where notices go instead of the driver; `caption` may be null.
+using DriverNoticeSink =
+    std::function<void(const std::wstring& text, const char* caption, std::uint32_t type)>;
+/// Sends notices to `sink` from now on; an empty function sends them to the driver again.
+void SetDriverNoticeSink(DriverNoticeSink sink);
 
 }  // namespace qvx::nav

@@ -1,9 +1,12 @@
 // Waiting on the host's main thread while its messages keep flowing: the animation's frame
-// wait, its clock and the raised timer resolution. The native build runs a virtual clock that
-// only the pump advances, with test events scheduled on it (see message_pump_posix.h).
+// wait, its clock and the raised timer resolution, all through the main thread's loop.
 #pragma once
 
 #include <cstdint>
+
+namespace qvx {
+class IMainLoop;
+}
 
 namespace qvx::nav {
 
@@ -24,8 +27,8 @@ public:
     ~CTimerPeriodScope();
 
 private:
-    unsigned m_period = 0;
-    bool m_raised = false;
+    IMainLoop& m_loop;
+    unsigned m_period;
 };
 
 }  // namespace qvx::nav

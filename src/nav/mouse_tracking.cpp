@@ -3,19 +3,21 @@
 #include "nav/standard_views.h"
 
 namespace qvx::nav {
-namespace {
-void* g_windowForTest = nullptr;
-}
 
 // The platform's half: finds the window, and tracks with the pointer wiggled.
 void* LookUpHostGraphicsWindow();
 void TrackWithWiggler(void* window, int option, int* state, double point[3]);
 
-void* FindHostGraphicsWindow() {
-    return g_windowForTest ? g_windowForTest : LookUpHostGraphicsWindow();
+namespace {
+std::function<void*()>& Lookup() {
+    static std::function<void*()> lookup;
+    return lookup;
 }
+}  // namespace
 
-void SetHostGraphicsWindowForTest(void* window) { g_windowForTest = window; }
+void* FindHostGraphicsWindow() { return Lookup() ? Lookup()() : LookUpHostGraphicsWindow(); }
+
+void SetHostGraphicsWindowLookup(std::function<void*()> lookup) { Lookup() = std::move(lookup); }
 
 void TrackMousePosition(int option, int* state, double point[3]) {
     void* window = FindHostGraphicsWindow();

@@ -1,5 +1,5 @@
-// The native build has no graphics window of its own; a test may hand one in, and the host's
-// tracking then runs without a wiggler.
+// The native build has no graphics window of its own; when a look-up hands one in, the host's
+// tracking runs without a wiggler.
 #include "nav/mouse_tracking.h"
 #include "toolkit/pro_toolkit.h"
 

@@ -4,8 +4,6 @@
 #include "nav/standard_views.h"
 #include "toolkit/pro_toolkit.h"
 
-#include <cwchar>
-
 std::uint32_t g_zoomGeneration = 0;
 
 namespace qvx::nav {

@@ -6,7 +6,7 @@ namespace ovklib {
 
 std::wstring GetHalvaneLocalAppDataFolder() {
     try {
-        return GetHalvaneFolder(/*CSIDL_LOCAL_APPDATA=*/28);
+        return GetHalvaneFolder(kLocalAppDataFolder);
     } catch (const std::runtime_error&) {
         throw std::runtime_error("Cannot get the halvane local appdata folder");
     }

@@ -5,6 +5,9 @@
 
 namespace ovklib {
 
+/// The shell's folder id of the per-user local application data.
+inline constexpr int kLocalAppDataFolder = 28;
+
 /// The shell folder `csidl` with the sub-folder "Quorvex\Halvane", created when missing.
 /// Throws std::runtime_error "Cannot get the halvane folder path".
 std::wstring GetHalvaneFolder(int csidl);

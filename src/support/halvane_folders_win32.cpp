@@ -7,6 +7,8 @@
 
 namespace ovklib {
 
+static_assert(kLocalAppDataFolder == CSIDL_LOCAL_APPDATA);
+
 std::wstring GetHalvaneFolder(int csidl) {
     wchar_t path[MAX_PATH] = {};
     if (FAILED(SHGetFolderPathAndSubDirW(nullptr, csidl | CSIDL_FLAG_CREATE, nullptr,

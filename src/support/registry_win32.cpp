@@ -16,7 +16,7 @@ HKEY RootHandle(RegistryRoot root) {
 std::optional<std::wstring> ReadRegistryString(RegistryRoot root, const std::wstring& key,
                                                const std::wstring& value, std::size_t capacity) {
     ovklib::CRegKey handle;
-    if (RegOpenKeyExW(RootHandle(root), key.c_str(), 0, /*KEY_READ=*/0x20019, handle.Receive()) !=
+    if (RegOpenKeyExW(RootHandle(root), key.c_str(), 0, KEY_READ, handle.Receive()) !=
         ERROR_SUCCESS) {
         return std::nullopt;
     }

@@ -1,6 +1,7 @@
 // Move-only owners of Win32 handles: one template, one traits type per kind of handle.
 // Copy is deleted; Take() hands ownership away; the destructor releases. Also the owner of a
-// critical section, which is no handle but is made and deleted the same way.
+// critical section, which is no handle but is made and deleted the same way, and of one
+// reference to a COM interface.
 #pragma once
 
 #include "support/windows_api.h"
@@ -91,6 +92,34 @@ public:
 
 private:
     CRITICAL_SECTION m_section;
+};
+
+/// One reference to a COM interface, given back with Release by the destructor.
+template <typename Interface>
+class CComOwner {
+public:
+    CComOwner() = default;
+    /// Takes over the reference the caller holds.
+    explicit CComOwner(Interface* held) : m_held(held) {}
+    CComOwner(const CComOwner&) = delete;
+    CComOwner& operator=(const CComOwner&) = delete;
+    CComOwner(CComOwner&& other) noexcept : m_held(other.Take()) {}
+    CComOwner& operator=(CComOwner&& other) noexcept {
+        if (this != &other) Reset(other.Take());
+        return *this;
+    }
+    ~CComOwner() { Reset(); }
+
+    Interface* Get() const { return m_held; }
+    explicit operator bool() const { return m_held != nullptr; }
+    /// Gives up the reference; the caller releases it.
+    Interface* Take() { return std::exchange(m_held, nullptr); }
+    void Reset(Interface* held = nullptr) {
+        if (Interface* old = std::exchange(m_held, held)) old->Release();
+    }
+
+private:
+    Interface* m_held = nullptr;
 };
 
 using CFileHandle = CScopedHandle<FileHandleTraits>;

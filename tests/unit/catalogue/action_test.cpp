@@ -3,8 +3,9 @@
 #include "catalogue/mapkey_lookup.h"
 #include "catalogue/s3dm_handlers.h"
 #include "sim/host/session.h"
-#include "support/thread_messages.h"
 #include "toolkit/host_table.h"
+
+#include "tests/unit/common/fake_main_loop.h"
 
 #include <gtest/gtest.h>
 
@@ -30,6 +31,8 @@ protected:
         return action;
     }
     static const std::vector<std::string>& Macros() { return sim::CSession::Instance().macros; }
+
+    qvx::testing::CFakeMainLoop m_loop;
 };
 
 const std::wstring kShadingMacro =
@@ -96,16 +99,12 @@ TEST_F(ActionTest, UnknownWordsEmptyAndMenuZeroDoNothing) {
         EXPECT_FALSE(action.Execute()) << c.id;
     }
     EXPECT_TRUE(Macros().empty());
-#ifndef _WIN32
-    EXPECT_TRUE(qvx::os::TakePostedCommandsForTest().empty());
-#endif
+    EXPECT_TRUE(m_loop.TakePosted().empty());
 }
 
 TEST_F(ActionTest, MenuItemPostsItsCommandAndNamedHandlersRun) {
     EXPECT_TRUE(Parse("MenuItem 40001").Execute());
-#ifndef _WIN32
-    EXPECT_EQ(qvx::os::TakePostedCommandsForTest(), std::vector<std::uint32_t>{40001});
-#endif
+    EXPECT_EQ(m_loop.TakePosted(), std::vector<std::uint32_t>{40001});
     int calls = 0;
     qvx::catalogue::S3dmHandlers()["Spin"] = {[&] { ++calls; }};
     EXPECT_TRUE(Parse("s3dm Spin").Execute());

@@ -28,6 +28,7 @@ TEST_F(PluginTest, LoadMakesOneRunningObjectAndASecondLoadKeepsIt) {
     ASSERT_TRUE(g_qvxProE);
     CQvxProE* first = g_qvxProE.get();
     EXPECT_NE(first->TimerId(), 0u);
+    EXPECT_EQ(m_loop.PeriodOf(first->TimerId()), 2000u);
     EXPECT_EQ(Load(), 0);
     EXPECT_EQ(g_qvxProE.get(), first);
 }
@@ -104,6 +105,7 @@ TEST_F(PluginTest, StopTwiceEndsTheTimerOnce) {
     ASSERT_TRUE(g_qvxProE);
     EXPECT_EQ(g_qvxProE->Stop(), 0);
     EXPECT_EQ(g_qvxProE->TimerId(), 0u);
+    EXPECT_EQ(m_loop.RunningTimers(), 0u);
     EXPECT_EQ(g_qvxProE->Stop(), 0);
     EXPECT_TRUE(g_qvxProE->Commands().empty());
 }

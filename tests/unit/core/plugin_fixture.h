@@ -9,6 +9,7 @@
 #include "core/entry_points.h"
 
 #include "tests/unit/common/fake_device.h"
+#include "tests/unit/common/fake_main_loop.h"
 
 #include <gtest/gtest.h>
 
@@ -51,6 +52,7 @@ protected:
 
     std::filesystem::path m_scratch;
 
+    CFakeMainLoop m_loop;
     CFakeDeviceFactory m_devices;
 };
 

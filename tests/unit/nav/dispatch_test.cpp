@@ -2,7 +2,6 @@
 #include "nav_fixture.h"
 
 #include "nav/command_codes.h"
-#include "nav/driver_notice.h"
 #include "nav/standard_views.h"
 
 #include <climits>
@@ -73,13 +72,11 @@ TEST_F(NavTest, SavedViewsComeBackAndAnEmptySlotChangesNothing) {
     ExpectMatrixNear(Host().orientation, top, 0);
 }
 
-#ifndef _WIN32
 TEST_F(NavTest, SavedViewsTellTheUserThroughTheDriver) {
-    nav::TakeDriverNoticesForTest();
     Send(V3DCMD_VIEW_3, true);
     Send(V3DCMD_SAVE_VIEW_2, true);
     Send(V3DCMD_SAVE_VIEW_2, false);
-    auto notices = nav::TakeDriverNoticesForTest();
+    auto notices = m_notices.Take();
     ASSERT_EQ(notices.size(), 2u);
     EXPECT_EQ(notices[0].text, L"STR_HOLD_TO_SAVE");
     EXPECT_EQ(notices[0].caption, "STR_HINT");
@@ -89,21 +86,14 @@ TEST_F(NavTest, SavedViewsTellTheUserThroughTheDriver) {
     Host().CloseModel();
     Send(V3DCMD_VIEW_1, true);
     Send(V3DCMD_SAVE_VIEW_1, true);
-    EXPECT_TRUE(nav::TakeDriverNoticesForTest().empty()) << "no model: nothing to say";
+    EXPECT_TRUE(m_notices.Take().empty()) << "no model: nothing to say";
 }
-#endif
 
 TEST_F(NavTest, StopEmptiesTheTableSoLateCommandsFindNothing) {
     g_qvxProE->Stop();
     Send(V3DCMD_TOP, true);
     EXPECT_TRUE(Host().macros.empty());
 }
-
-}  // namespace
-}  // namespace qvx::testing
-
-namespace qvx::testing {
-namespace {
 
 TEST_F(NavTest, TheDevicesSignalsReachBothCommandSlots) {
     CFakeDevice* device = m_devices.Last();

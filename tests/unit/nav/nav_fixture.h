@@ -1,4 +1,5 @@
-// The plug-in running in a simulated host with a model open, for command and view tests.
+// The plug-in running in a simulated host with a model open, for command and view tests, on a
+// virtual clock: time passes only while the plug-in waits, and events come inside its waits.
 #pragma once
 
 #include "core/qvxproe.h"
@@ -6,6 +7,8 @@
 #include "core/entry_points.h"
 
 #include "tests/unit/common/fake_device.h"
+#include "tests/unit/common/fake_main_loop.h"
+#include "tests/unit/common/recorded_notices.h"
 
 #include <gtest/gtest.h>
 
@@ -31,8 +34,10 @@ protected:
         ::testing::internal::GetCapturedStdout();
     }
 
-    /// Delivers `event` as a message soon after the next wait of the plug-in begins.
-    static void PumpSoon(std::function<void()> event);
+    /// Delivers `event` as a message 20 ms into the plug-in's waits.
+    void PumpSoon(std::function<void()> event) {
+        m_loop.Schedule(m_loop.NowMs() + 20, std::move(event));
+    }
 
     static sim::CSession& Host() { return sim::CSession::Instance(); }
 
@@ -52,6 +57,8 @@ protected:
         }
     }
 
+    CFakeMainLoop m_loop;
+    CRecordedNotices m_notices;
     CFakeDeviceFactory m_devices;
 };
 

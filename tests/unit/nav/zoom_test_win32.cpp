@@ -1,14 +1,34 @@
-// The zoom on Windows, in real time: the message pump, a quit message, and mouse tracking with
-// the pointer wiggler against a real window.
+// The zoom on Windows, in real time, since these tests are about the system's side: the
+// message pump, a quit message, timers of the thread, and mouse tracking with the pointer
+// wiggler thread against a real window. Each waits a few tens of milliseconds at most.
 #include "nav_fixture.h"
 
 #include "nav/command_codes.h"
 #include "nav/message_pump.h"
 #include "nav/mouse_tracking.h"
+#include "nav/mouse_tracking_win32.h"
+#include "support/boundary.h"
+#include "support/main_loop.h"
 #include "support/win32_handles.h"
+
+#include <memory>
+#include <stdexcept>
 
 namespace qvx::testing {
 namespace {
+
+std::unique_ptr<std::function<void()>> g_event;
+
+void CALLBACK RunEvent(HWND, UINT, UINT_PTR id, DWORD) {
+    KillTimer(nullptr, id);
+    if (auto event = std::move(g_event)) (*event)();
+}
+
+/// Delivers `event` from a thread timer 20 ms from now, through whatever loop then runs.
+void DeliverSoon(std::function<void()> event) {
+    g_event = std::make_unique<std::function<void()>>(std::move(event));
+    SetTimer(nullptr, 0, 20, &RunEvent);
+}
 
 TEST(MessagePumpTest, QuitIsReportedAndLeftInTheQueue) {
     PostQuitMessage(7);
@@ -29,11 +49,18 @@ TEST(MessagePumpTest, DispatchesWhatArrivesAndReturnsAfterTheWait) {
     EXPECT_GT(ticks, 0);
 }
 
-class ZoomWin32Test : public NavTest {};
+// The plug-in on the system's own loop, in real time.
+class ZoomWin32Test : public NavTest {
+protected:
+    void SetUp() override {
+        NavTest::SetUp();
+        SetMainLoop(nullptr);
+    }
+};
 
 TEST_F(ZoomWin32Test, TapZoomsByFiveInRealTimeAndRestoresTheOption) {
     double before = Host().panZoom[0][0];
-    PumpSoon([] { Send(V3DCMD_ZOOM_IN, false); });
+    DeliverSoon([] { Send(V3DCMD_ZOOM_IN, false); });
     Send(V3DCMD_ZOOM_IN, true);
     EXPECT_DOUBLE_EQ(Host().panZoom[0][0], 5.0 * before);
     EXPECT_GE(Host().panZoomFrames.size(), 10u);
@@ -42,7 +69,7 @@ TEST_F(ZoomWin32Test, TapZoomsByFiveInRealTimeAndRestoresTheOption) {
 
 TEST_F(ZoomWin32Test, QuitDuringTheAnimationEndsItExactlyAndStaysQueued) {
     double before = Host().panZoom[0][0];
-    PumpSoon([] {
+    DeliverSoon([] {
         Send(V3DCMD_ZOOM_OUT, false);
         PostQuitMessage(0);
     });
@@ -58,39 +85,73 @@ LRESULT CALLBACK PlainWindowProc(HWND window, UINT message, WPARAM w, LPARAM l) 
     return DefWindowProcW(window, message, w, l);
 }
 
-TEST_F(ZoomWin32Test, TrackingFindsThePointUnderTheCursorAndPutsTheCursorBack) {
-    WNDCLASSW cls{};
-    cls.lpfnWndProc = &PlainWindowProc;
-    cls.hInstance = GetModuleHandleW(nullptr);
-    cls.lpszClassName = L"QvxTestGraphics";
-    RegisterClassW(&cls);
-    ovklib::CWindowHandle window(CreateWindowExW(0, L"QvxTestGraphics", L"graphics",
-                                                 WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100, 100, 400,
-                                                 300, nullptr, nullptr, cls.hInstance, nullptr));
-    ASSERT_TRUE(window);
-    SetCursorPos(250, 220);
-    POINT before{};
-    GetCursorPos(&before);
-    nav::SetHostGraphicsWindowForTest(window.Get());
-    Host().graphicsWindow = window.Get();
+// Tracking against a real graphics window, with the cursor inside it.
+class TrackingWin32Test : public ZoomWin32Test {
+protected:
+    void SetUp() override {
+        ZoomWin32Test::SetUp();
+        WNDCLASSW cls{};
+        cls.lpfnWndProc = &PlainWindowProc;
+        cls.hInstance = GetModuleHandleW(nullptr);
+        cls.lpszClassName = L"QvxTestGraphics";
+        RegisterClassW(&cls);
+        m_window.Reset(CreateWindowExW(0, L"QvxTestGraphics", L"graphics",
+                                       WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100, 100, 400, 300,
+                                       nullptr, nullptr, cls.hInstance, nullptr));
+        ASSERT_TRUE(m_window);
+        SetCursorPos(250, 220);
+        GetCursorPos(&m_cursor);
+        HWND handle = m_window.Get();
+        nav::SetHostGraphicsWindowLookup([handle]() -> void* { return handle; });
+        Host().graphicsWindow = handle;
+    }
+    void TearDown() override {
+        nav::SetHostGraphicsWindowLookup(nullptr);
+        Host().graphicsWindow = nullptr;
+        ZoomWin32Test::TearDown();
+    }
 
-    double point[3] = {0, 0, 0};
-    int state = 0;
-    nav::TrackMousePosition(0, &state, point);
+    void Track() {
+        double point[3] = {0, 0, 0};
+        int state = 0;
+        nav::TrackMousePosition(0, &state, point);
+    }
+    void ExpectTrackedAndCursorBack() {
+        POINT after{};
+        GetCursorPos(&after);
+        EXPECT_EQ(after.x, m_cursor.x);
+        EXPECT_EQ(after.y, m_cursor.y);
+        bool tracked = false;
+        for (const auto& call : Host().calls)
+            tracked = tracked || call.rfind("ProMouseTrack at", 0) == 0;
+        EXPECT_TRUE(tracked) << "the wiggler's move never reached the window";
+        MSG msg;
+        EXPECT_FALSE(PeekMessageW(&msg, m_window.Get(), WM_MOUSEFIRST, WM_MOUSELAST, PM_NOREMOVE))
+            << "mouse messages are left behind";
+    }
 
-    nav::SetHostGraphicsWindowForTest(nullptr);
-    Host().graphicsWindow = nullptr;
-    POINT after{};
-    GetCursorPos(&after);
-    EXPECT_EQ(after.x, before.x);
-    EXPECT_EQ(after.y, before.y);
-    bool tracked = false;
-    for (const auto& call : Host().calls)
-        tracked = tracked || call.rfind("ProMouseTrack at", 0) == 0;
-    EXPECT_TRUE(tracked) << "the wiggler's move never reached the window";
-    MSG msg;
-    EXPECT_FALSE(PeekMessageW(&msg, window.Get(), WM_MOUSEFIRST, 0x20E, PM_NOREMOVE))
-        << "mouse messages are left behind";
+    ovklib::CWindowHandle m_window;
+    POINT m_cursor{};
+};
+
+TEST_F(TrackingWin32Test, FindsThePointUnderTheCursorAndPutsTheCursorBack) {
+    Track();
+    ExpectTrackedAndCursorBack();
+}
+
+TEST_F(TrackingWin32Test, WigglerThatThrowsEndsItsThreadOnlyAndTheCursorComesBack) {
+    nav::SetWiggleStep([](HWND window, POINT client) {
+        PostMessageW(window, WM_MOUSEMOVE, 0, MAKELPARAM(client.x, client.y));
+        throw std::runtime_error("no more moves");
+    });
+    const std::uint64_t before = BoundaryCatchCount();
+    ::testing::internal::CaptureStdout();
+    Track();
+    std::string out = ::testing::internal::GetCapturedStdout();
+    nav::SetWiggleStep(nullptr);
+    EXPECT_EQ(BoundaryCatchCount() - before, 1u);
+    EXPECT_EQ(out, "Wiggle failed error=no more moves\n");
+    ExpectTrackedAndCursorBack();
 }
 
 }  // namespace

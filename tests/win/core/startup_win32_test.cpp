@@ -2,11 +2,14 @@
 // text directory through the shell, and the module object's global interface table.
 #include "core/module_win32.h"
 #include "core/startup_platform.h"
+#include "support/boundary.h"
+#include "support/main_loop.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
+#include <stdexcept>
 
 namespace qvx::core {
 namespace {
@@ -15,28 +18,50 @@ namespace fs = std::filesystem;
 
 int g_ticks = 0;
 void CountTick() { ++g_ticks; }
-
-void PumpUntil(ULONGLONG deadline, const bool& done) {
-    MSG msg;
-    while (!done && GetTickCount64() < deadline) {
-        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&msg);
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, 5, QS_ALLINPUT);
-    }
+void ThrowingTick() {
+    ++g_ticks;
+    throw std::runtime_error("configuration unreadable");
 }
 
-// Uses a 20 ms period: the timer under test is the same call with 2,000 ms.
-TEST(ThreadTimerTest, FiresThroughTheMessageLoopAndStopsWhenKilled) {
+// These are about the system's timers, so they wait in real time: a 10 ms period stands for
+// the plug-in's 2,000 ms, and each wait ends as soon as the ticks are in (or after 500 ms, a
+// limit that only a broken timer reaches).
+void PumpUntilTicks(int ticks) {
+    for (int i = 0; i < 50 && g_ticks < ticks; ++i) SystemMainLoop().PumpMessages(10);
+}
+
+TEST(ThreadTimerTest, FiresThroughTheMessageLoopAndStopsWithItsOwner) {
     g_ticks = 0;
-    std::uint32_t id = StartThreadTimer(0, 20, &CountTick);
-    ASSERT_NE(id, 0u);
-    bool done = false;
-    ULONGLONG end = GetTickCount64() + 2000;
-    while (g_ticks < 2 && GetTickCount64() < end) PumpUntil(GetTickCount64() + 10, done);
+    {
+        CThreadTimer timer;
+        ASSERT_TRUE(timer.Start(10, &CountTick));
+        EXPECT_NE(timer.Id(), 0u);
+        PumpUntilTicks(2);
+        EXPECT_GE(g_ticks, 2);
+        CThreadTimer moved = std::move(timer);
+        EXPECT_EQ(timer.Id(), 0u);
+        const int ticks = g_ticks;
+        PumpUntilTicks(ticks + 1);
+        EXPECT_GT(g_ticks, ticks) << "the moved timer runs on";
+    }
+    const int after = g_ticks;
+    SystemMainLoop().PumpMessages(50);
+    EXPECT_EQ(g_ticks, after) << "the owner's end killed the timer";
+}
+
+TEST(ThreadTimerTest, PollThatThrowsIsStoppedAtTheTimersEntryAndTicksOn) {
+    g_ticks = 0;
+    const std::uint64_t before = BoundaryCatchCount();
+    ::testing::internal::CaptureStdout();
+    {
+        CThreadTimer timer;
+        ASSERT_TRUE(timer.Start(10, &ThrowingTick));
+        PumpUntilTicks(2);
+    }
+    std::string out = ::testing::internal::GetCapturedStdout();
     EXPECT_GE(g_ticks, 2);
-    StopThreadTimer(id);
-    int after = g_ticks;
-    PumpUntil(GetTickCount64() + 80, done);
-    EXPECT_EQ(g_ticks, after);
+    EXPECT_EQ(BoundaryCatchCount() - before, static_cast<std::uint64_t>(g_ticks));
+    EXPECT_EQ(out.rfind("OnThreadTimer failed error=configuration unreadable\n", 0), 0u) << out;
 }
 
 TEST(TextDirectoryTest, ShellDeletesTheOldTreeAndTheCopyRecursesWithSpacesInNames) {
@@ -105,6 +130,27 @@ TEST(ModuleTest, GlobalInterfaceTableIsMadeOnceAndNullOutIsRefused) {
     EXPECT_EQ(registrar.items, L"");
     EXPECT_EQ(module.Lock(), 1);
     EXPECT_EQ(module.Unlock(), 0);
+}
+
+// Counts what its owner does to it, in place of a COM object.
+struct CCountedInterface {
+    ULONG Release() { return static_cast<ULONG>(++releases); }
+    int releases = 0;
+};
+
+TEST(ComOwnerTest, ReleasesOnceWhateverWayTheReferenceTravels) {
+    CCountedInterface a, b;
+    {
+        ovklib::CComOwner<CCountedInterface> owner(&a);
+        ovklib::CComOwner<CCountedInterface> moved(std::move(owner));
+        EXPECT_FALSE(owner);
+        EXPECT_EQ(a.releases, 0);
+        moved = ovklib::CComOwner<CCountedInterface>(&b);
+        EXPECT_EQ(a.releases, 1) << "the reference replaced by the move is given back";
+        EXPECT_EQ(moved.Take(), &b);
+    }
+    EXPECT_EQ(a.releases, 1);
+    EXPECT_EQ(b.releases, 0) << "a reference taken away is the taker's to release";
 }
 
 }  // namespace

@@ -1,16 +1,18 @@
-// Animated zoom on the native build's virtual clock: a button is pressed at 0 and released
-// when the test says, with messages delivered inside the animation's pump as on Windows.
+// Animated zoom on a virtual clock: a button is pressed at 0 and released when the test says,
+// with messages delivered inside the animation's pump as the host's thread would.
 #include "nav_fixture.h"
 
 #include "nav/command_codes.h"
 #include "nav/easing.h"
-#include "nav/message_pump_posix.h"
 #include "nav/mouse_tracking.h"
 #include "nav/standard_views.h"
 #include "nav/zoom_animation.h"
 #include "nav/zoom_drivers.h"
 
+#include "support/boundary.h"
+
 #include <cmath>
+#include <stdexcept>
 
 namespace qvx::testing {
 namespace {
@@ -19,17 +21,17 @@ class ZoomTest : public NavTest {
 protected:
     void SetUp() override {
         NavTest::SetUp();
-        nav::ResetMessagesForTest();
+        m_loop.Reset();
         m_scale = Host().panZoom[0][0];
     }
     void TearDown() override {
-        nav::ResetMessagesForTest();
+        m_loop.Reset();
         NavTest::TearDown();
     }
 
     /// Presses `code` at 0 and releases it at `releaseMs`.
     void PressFor(unsigned code, std::int64_t releaseMs, float parameter = 0.0f) {
-        nav::ScheduleForTest(releaseMs, [=] { Send(code, false, parameter); });
+        m_loop.Schedule(releaseMs, [=] { Send(code, false, parameter); });
         Send(code, true, parameter);
     }
     double ScaleRatio() const { return Host().panZoom[0][0] / m_scale; }
@@ -57,7 +59,7 @@ TEST_F(ZoomTest, TapZoomsInByExactlyFiveAndRestoresTheOption) {
                   Host().panZoomFrames[i - 1].matrix[0][0] * (1 - 1e-12))
             << "frame " << i;
     }
-    EXPECT_EQ(nav::OpenTimerPeriodsForTest(), 0);
+    EXPECT_EQ(m_loop.OpenTimerPeriods(), 0);
 }
 
 TEST_F(ZoomTest, HoldZoomsByOneAndAHalfPerPeriodWithoutTheTapStep) {
@@ -88,7 +90,7 @@ TEST_F(ZoomTest, ParameterIsTheFirstFactorOfBothCodesOfAPair) {
 
 TEST_F(ZoomTest, SecondPressDuringAHoldOfTheSameDriverIsIgnored) {
     int frames = 0;
-    nav::ScheduleForTest(500, [&] {
+    m_loop.Schedule(500, [&] {
         frames = static_cast<int>(Host().panZoomFrames.size());
         Send(V3DCMD_ZOOM_IN, true);  // returns at once: the button is down already
         EXPECT_EQ(static_cast<int>(Host().panZoomFrames.size()), frames);
@@ -98,8 +100,8 @@ TEST_F(ZoomTest, SecondPressDuringAHoldOfTheSameDriverIsIgnored) {
 }
 
 TEST_F(ZoomTest, AnotherDriverCancelsOneSegmentAndTheOptionComesBackInTheEnd) {
-    nav::ScheduleForTest(500, [&] {
-        nav::ScheduleForTest(520, [] { Send(V3DCMD_ZOOM_WINDOW_A, false, 2.0f); });
+    m_loop.Schedule(500, [&] {
+        m_loop.Schedule(520, [] { Send(V3DCMD_ZOOM_WINDOW_A, false, 2.0f); });
         Send(V3DCMD_ZOOM_WINDOW_A, true, 2.0f);
     });
     std::uint32_t before = g_zoomGeneration;
@@ -114,7 +116,7 @@ TEST_F(ZoomTest, AnotherDriverCancelsOneSegmentAndTheOptionComesBackInTheEnd) {
 
 TEST_F(ZoomTest, NestedRunSavesAndRestoresTheZeroAndTheOuterRestoresTheOriginal) {
     double atNested = 0;
-    nav::ScheduleForTest(300, [&] {
+    m_loop.Schedule(300, [&] {
         atNested = Host().panZoom[0][0];
         easing::CConstantVelocity ease(50);
         double pivot[3] = {0, 0, 0};
@@ -131,18 +133,18 @@ TEST_F(ZoomTest, NestedRunSavesAndRestoresTheZeroAndTheOuterRestoresTheOriginal)
 }
 
 TEST_F(ZoomTest, QuitDuringTheWaitLeavesWithoutAnimating) {
-    nav::ScheduleForTest(100, [] { nav::PostQuitForTest(); });
+    m_loop.Schedule(100, [this] { m_loop.PostQuit(); });
     Send(V3DCMD_ZOOM_IN, true);
     EXPECT_TRUE(Host().panZoomFrames.empty());
     EXPECT_EQ(Host().configOptions[L"max_animation_time"], L"1.0");
-    nav::ResetMessagesForTest();
+    m_loop.Reset();
     PressFor(V3DCMD_ZOOM_IN, 10);  // the flags were cleared on the way out
     EXPECT_DOUBLE_EQ(ScaleRatio(), 5.0);
 }
 
 TEST_F(ZoomTest, QuitDuringTheAnimationStillEndsExactlyAndRestores) {
-    nav::ScheduleForTest(50, [] { Send(V3DCMD_ZOOM_IN, false); });
-    nav::ScheduleForTest(400, [] { nav::PostQuitForTest(); });
+    m_loop.Schedule(50, [] { Send(V3DCMD_ZOOM_IN, false); });
+    m_loop.Schedule(400, [this] { m_loop.PostQuit(); });
     Send(V3DCMD_ZOOM_IN, true);
     EXPECT_DOUBLE_EQ(ScaleRatio(), 5.0);
     EXPECT_EQ(Host().configOptions[L"max_animation_time"], L"1.0");
@@ -169,7 +171,7 @@ TEST_F(ZoomTest, NoWindowDropsThePressAndClearsTheFlags) {
     EXPECT_TRUE(Host().panZoomFrames.empty());
     Host().OpenModel("again.prt");
     m_scale = Host().panZoom[0][0];
-    nav::ResetMessagesForTest();
+    m_loop.Reset();
     PressFor(V3DCMD_ZOOM_OUT, 50);
     EXPECT_DOUBLE_EQ(ScaleRatio(), 0.2);
 }
@@ -178,8 +180,7 @@ TEST_F(ZoomTest, ZeroOrNegativeHoldSettingsNeverHoldAndNeverHang) {
     nav::ZoomAboutWindowCentre(2.0, 1.5, 200, 200, /*holdPeriod=*/0, /*holdDelay=*/0, true);
     nav::ZoomAboutWindowCentre(2.0, 1.5, 200, 200, 0, 0, false);
     EXPECT_DOUBLE_EQ(ScaleRatio(), 2.0);
-    nav::ScheduleForTest(1000,
-                         [] { nav::ZoomAboutWindowCentre(2.0, -1.0, 200, 200, -5, -1, false); });
+    m_loop.Schedule(1000, [] { nav::ZoomAboutWindowCentre(2.0, -1.0, 200, 200, -5, -1, false); });
     nav::ZoomAboutWindowCentre(2.0, -1.0, 200, 200, -5, -1, true);
     EXPECT_DOUBLE_EQ(ScaleRatio(), 4.0);
 }
@@ -196,9 +197,11 @@ TEST_F(ZoomTest, PivotAtTheCentreGivesTheSamePictureEitherWay) {
     ExpectMatrixNear(Host().panZoom, centring, 1e-9);
 }
 
+// Any handle stands for the graphics window here: the simulated host answers the tracking from
+// its cursor, as long as it has no window of its own.
 TEST_F(ZoomTest, CursorPivotStaysPutOrTravelsToTheCentre) {
     int window = 0;
-    nav::SetHostGraphicsWindowForTest(&window);
+    nav::SetHostGraphicsWindowLookup([&window] { return &window; });
     Host().cursor = sim::Point3{800.0, 600.0, 0.0};
     sim::Point3 under = Host().PanZoomPoint(*Host().cursor);
     PressFor(V3DCMD_ZOOM_CURSOR_FIXED_A, 10, 2.0f);
@@ -211,7 +214,7 @@ TEST_F(ZoomTest, CursorPivotStaysPutOrTravelsToTheCentre) {
     auto centred = Host().panZoom;
     EXPECT_NEAR(under[0] * centred[0][0] + centred[3][0], 500.0, 1e-9);
     EXPECT_NEAR(under[1] * centred[1][1] + centred[3][1], 421.875, 1e-9);
-    nav::SetHostGraphicsWindowForTest(nullptr);
+    nav::SetHostGraphicsWindowLookup(nullptr);
 }
 
 TEST_F(ZoomTest, WithoutAGraphicsWindowTheCursorZoomIsAboutTheCentre) {
@@ -226,15 +229,38 @@ TEST_F(ZoomTest, WithoutAGraphicsWindowTheCursorZoomIsAboutTheCentre) {
 
 TEST_F(ZoomTest, FailedMouseTrackingZoomsAboutTheOrigin) {
     int window = 0;
-    nav::SetHostGraphicsWindowForTest(&window);
+    nav::SetHostGraphicsWindowLookup([&window] { return &window; });
     Host().cursor.reset();
     auto before = Host().panZoom;
     PressFor(V3DCMD_ZOOM_CURSOR_FIXED_A, 10, 2.0f);
-    nav::SetHostGraphicsWindowForTest(nullptr);
+    nav::SetHostGraphicsWindowLookup(nullptr);
     EXPECT_DOUBLE_EQ(ScaleRatio(), 2.0);
     // The origin of pan-zoom space stays where it was on the screen.
     EXPECT_NEAR(Host().panZoom[3][0], before[3][0], 1e-9);
     EXPECT_NEAR(Host().panZoom[3][1], before[3][1], 1e-9);
+}
+
+TEST_F(ZoomTest, HandlerThatThrowsStopsAtTheSlotAndTheNextPressWorks) {
+    bool thrown = false;
+    Host().onCall = [&thrown](const std::string& line) {
+        if (!thrown && line.rfind("ProWindowPanZoomMatrixSet", 0) == 0) {
+            thrown = true;
+            throw std::runtime_error("host failed");
+        }
+    };
+    const std::uint64_t before = BoundaryCatchCount();
+    ::testing::internal::CaptureStdout();
+    PressFor(V3DCMD_ZOOM_IN, 50);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(),
+              "CQvxProE::OnCommandEx failed error=host failed\n");
+    Host().onCall = nullptr;
+    ASSERT_TRUE(thrown);
+    EXPECT_EQ(BoundaryCatchCount() - before, 1u);
+    EXPECT_EQ(Host().configOptions[L"max_animation_time"], L"1.0") << "restored on the way out";
+    m_loop.Reset();
+    m_scale = Host().panZoom[0][0];
+    PressFor(V3DCMD_ZOOM_IN, 50);
+    EXPECT_DOUBLE_EQ(ScaleRatio(), 5.0) << "the driver's flags were cleared on the way out";
 }
 
 }  // namespace
