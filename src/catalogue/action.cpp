@@ -6,6 +6,7 @@
 #include "support/main_loop.h"
 #include "support/os.h"
 #include "support/text_compare.h"
+#include "toolkit/undostack_bypass.h"
 #include "toolkit/pro_toolkit.h"
 
 #include <array>

@@ -6,6 +6,7 @@
 #include "client/oxapp/device_interfaces.h"
 #include "client/oxapp/signal_interfaces.h"
 #include "support/boundary.h"
+#include "toolkit/undostack_bypass.h"
 
 #include <algorithm>
 
