@@ -59,6 +59,12 @@ bool CScenarioRunner::ExpectStep(const std::vector<std::string>& args) {
                    ? true
                    : Fail("standard output has \"" + arg(1) + "\"");
     }
+    if (what == "config") {
+        auto found = host.configOptions.find(qvx::os::WidenUtf8(arg(1)));
+        if (found == host.configOptions.end()) return Fail("the host has no option " + arg(1));
+        std::string value = qvx::os::NarrowUtf8(found->second);
+        return value == arg(2) ? true : Fail("option " + arg(1) + " is \"" + value + "\"");
+    }
     if (what == "errbuf") {
         return arg(1) == host.errorText
                    ? true
