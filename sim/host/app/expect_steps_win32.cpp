@@ -65,6 +65,15 @@ bool CScenarioRunner::ExpectStep(const std::vector<std::string>& args) {
         std::string value = qvx::os::NarrowUtf8(found->second);
         return value == arg(2) ? true : Fail("option " + arg(1) + " is \"" + value + "\"");
     }
+    if (what == "cursor") {
+        POINT p{};
+        if (!m_graphics.Window() || !GetCursorPos(&p) || !ScreenToClient(m_graphics.Window(), &p)) {
+            return Fail("the cursor needs the graphics window");
+        }
+        return std::to_string(p.x) == arg(1) && std::to_string(p.y) == arg(2)
+                   ? true
+                   : Fail("the cursor is at " + std::to_string(p.x) + " " + std::to_string(p.y));
+    }
     if (what == "errbuf") {
         return arg(1) == host.errorText
                    ? true
