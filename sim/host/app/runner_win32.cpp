@@ -85,6 +85,7 @@ CScenarioRunner::CScenarioRunner(Options options) : m_options(std::move(options)
 CScenarioRunner::~CScenarioRunner() {
     Unload();
     m_graphics.Off();
+    CSession::Instance().graphicsWindow = nullptr;
     m_driver.Remove();
     FlushCaptureToLog();
     std::fflush(stdout);
