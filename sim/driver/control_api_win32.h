@@ -19,6 +19,7 @@
     X(SimDriverSetVersion, void, (std::int32_t major, std::int32_t minor, std::int32_t build))  \
     X(SimDriverSetDevice, void, (std::uint32_t deviceType, const char* name))                   \
     X(SimDriverRefuse, void, (const char* function, std::int32_t error))                        \
+    X(SimDriverRefuseNext, void, (const char* function, std::int32_t error))                    \
     X(SimDriverSetMessageBoxAnswer, void, (std::int32_t answer))                                \
     X(SimDriverSetConfigValue, void, (const char* key, const char* value))                      \
     X(SimDriverConnectionCount, std::uint32_t, ())                                              \

@@ -125,6 +125,17 @@ void SimDriverRefuse(const char* function, std::int32_t error) {
     });
 }
 
+void SimDriverRefuseNext(const char* function, std::int32_t error) {
+    Control([&](DriverState& state) {
+        if (!function) return;
+        if (error == kOxNoError) {
+            state.nextRefusals.erase(function);
+        } else {
+            state.nextRefusals[function] = error;
+        }
+    });
+}
+
 void SimDriverSetMessageBoxAnswer(std::int32_t answer) {
     Control([&](DriverState& state) { state.messageBoxAnswer = answer; });
 }

@@ -59,6 +59,12 @@ std::int32_t Admit(DriverState& state, const char* name, const std::string& argu
         state.log.push_back(arguments.empty() ? std::string(name) : name + (" " + arguments));
     }
     ++state.callCounts[name];
+    auto once = state.nextRefusals.find(name);
+    if (once != state.nextRefusals.end()) {
+        std::int32_t error = once->second;
+        state.nextRefusals.erase(once);
+        return error;
+    }
     auto refused = state.refusals.find(name);
     if (refused == state.refusals.end()) refused = state.refusals.find("*");
     if (refused != state.refusals.end()) return refused->second;

@@ -103,6 +103,8 @@ struct DriverState {
 
     // For tests and scenarios.
     std::map<std::string, std::int32_t> refusals;
+    /// One-shot refusals: the next call of the function fails, later ones are admitted again.
+    std::map<std::string, std::int32_t> nextRefusals;
     /// Whether calls are written to the log; they are counted either way.
     bool logging = true;
     std::vector<std::string> log;

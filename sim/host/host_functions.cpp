@@ -1,4 +1,5 @@
 // The simulated host's functions, as the plug-in's toolkit layer finds them by name.
+#include "sim/host/host_entry.h"
 #include "sim/host/session.h"
 #include "support/os.h"
 
@@ -57,7 +58,7 @@ std::string FormatMessageKey(const char* key, va_list args) {
 }
 
 void AddMessageFunctions(std::vector<QvxHostFunction>& table) {
-    table.push_back({"ProMessageDisplay_v", reinterpret_cast<void*>(&MessageDisplay)});
+    AddHostFunction<&MessageDisplay>(table, "ProMessageDisplay_v");
 }
 
 std::vector<QvxHostFunction> AllHostFunctions() {

@@ -1,5 +1,6 @@
 // The simulated host's macro interpreter: it records every macro and carries out the commands
 // it knows (refit, display style, repaint).
+#include "sim/host/host_entry.h"
 #include "sim/host/session.h"
 #include "support/os.h"
 
@@ -73,7 +74,7 @@ ProError RunMacro(const std::string& macro) {
 }
 
 void AddMacroFunctions(std::vector<QvxHostFunction>& table) {
-    table.push_back({"ProMacroLoad_v", reinterpret_cast<void*>(&MacroLoad)});
+    AddHostFunction<&MacroLoad>(table, "ProMacroLoad_v");
 }
 
 }  // namespace sim

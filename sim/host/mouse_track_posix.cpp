@@ -1,5 +1,6 @@
 // The simulated host's mouse tracking on the native build: the mouse is where the session
 // says, and it has always just moved.
+#include "sim/host/host_entry.h"
 #include "sim/host/session.h"
 
 namespace sim {
@@ -11,13 +12,14 @@ ProError MouseTrack(int, int*, double* point) {
     if (!s.model || !s.cursor || !point) return PRO_TK_GENERAL_ERROR;
     Point3 p = s.PanZoomPoint(*s.cursor);
     for (int i = 0; i < 3; ++i) point[i] = p[i];
+    s.lastTrack = CSession::CTrackedPoint{p, *s.cursor};
     return PRO_TK_NO_ERROR;
 }
 
 }  // namespace
 
 void AddMouseFunctions(std::vector<QvxHostFunction>& table) {
-    table.push_back({"ProMouseTrack_v", reinterpret_cast<void*>(&MouseTrack)});
+    AddHostFunction<&MouseTrack>(table, "ProMouseTrack_v");
 }
 
 }  // namespace sim

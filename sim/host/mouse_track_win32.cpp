@@ -1,6 +1,7 @@
 // The simulated host's mouse tracking on Windows: a nested message loop that ends when a
 // mouse move reaches the graphics window, which gives the point under it. Without a graphics
 // window the session's cursor answers at once.
+#include "sim/host/host_entry.h"
 #include "sim/host/session.h"
 #include "support/windows_api.h"
 
@@ -19,6 +20,7 @@ ProError MouseTrack(int, int*, double* point) {
         if (!s.cursor) return PRO_TK_GENERAL_ERROR;
         Point3 p = s.PanZoomPoint(*s.cursor);
         for (int i = 0; i < 3; ++i) point[i] = p[i];
+        s.lastTrack = CSession::CTrackedPoint{p, *s.cursor};
         return PRO_TK_NO_ERROR;
     }
     ULONGLONG end = GetTickCount64() + kTrackLimitMs;
@@ -35,8 +37,10 @@ ProError MouseTrack(int, int*, double* point) {
                 double w = rect.right > 0 ? rect.right : 1, h = rect.bottom > 0 ? rect.bottom : 1;
                 double x = static_cast<short>(LOWORD(msg.lParam));
                 double y = static_cast<short>(HIWORD(msg.lParam));
-                Point3 p = s.PanZoomPoint({x * kWindowWidth / w, (h - y) * kWindowHeight / h, 0});
+                Point3 at = {x * kWindowWidth / w, (h - y) * kWindowHeight / h, 0};
+                Point3 p = s.PanZoomPoint(at);
                 for (int i = 0; i < 3; ++i) point[i] = p[i];
+                s.lastTrack = CSession::CTrackedPoint{p, at};
                 s.Record("ProMouseTrack at " + std::to_string(static_cast<int>(x)) + "," +
                          std::to_string(static_cast<int>(y)));
                 return PRO_TK_NO_ERROR;
@@ -52,7 +56,7 @@ ProError MouseTrack(int, int*, double* point) {
 }  // namespace
 
 void AddMouseFunctions(std::vector<QvxHostFunction>& table) {
-    table.push_back({"ProMouseTrack_v", reinterpret_cast<void*>(&MouseTrack)});
+    AddHostFunction<&MouseTrack>(table, "ProMouseTrack_v");
 }
 
 }  // namespace sim

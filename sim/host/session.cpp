@@ -31,6 +31,20 @@ void CSession::Reset() {
     panZoomFrames.clear();
     cursor.reset();
     graphicsWindow = nullptr;
+    lastTrack.reset();
+    faults.clear();
+}
+
+CSession::EFault CSession::TakeFault(const std::string& name) {
+    auto found = faults.find(name);
+    if (found == faults.end()) return EFault::None;
+    CFault& fault = found->second;
+    ++fault.calls;
+    if (fault.nth != 0 && fault.calls != fault.nth) return EFault::None;
+    Record(name + (fault.kind == EFault::Throw
+                       ? " throws on purpose"
+                       : " fails on purpose with " + std::to_string(fault.status)));
+    return fault.kind;
 }
 
 Point3 CSession::PanZoomPoint(const Point3& w) const {

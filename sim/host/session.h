@@ -92,6 +92,28 @@ public:
     /// Every pan-zoom matrix the plug-in set, with the time it came.
     std::vector<CPanZoomFrame> panZoomFrames;
 
+    /// What the last successful ProMouseTrack handed out: the pan-zoom point and the window
+    /// units of the mouse position it was found at.
+    struct CTrackedPoint {
+        Point3 point;
+        Point3 at;
+    };
+    std::optional<CTrackedPoint> lastTrack;
+
+    // -- Faults on purpose -----------------------------------------------------------------
+    enum class EFault { None, Status, Throw };
+    struct CFault {
+        EFault kind = EFault::None;
+        ProError status = PRO_TK_GENERAL_ERROR;
+        /// Fails only the nth call from when the fault was set (1: the next); 0: every call.
+        int nth = 0;
+        int calls = 0;
+    };
+    /// Host functions by name without "_v" that fail with a status or throw.
+    std::map<std::string, CFault> faults;
+    /// Counts a call of `name` and tells whether it is to fail, and how; the call is logged.
+    EFault TakeFault(const std::string& name);
+
 private:
     CSession() = default;
     std::set<std::string> m_omitted;

@@ -1,4 +1,5 @@
 // The simulated host's view, window and option functions.
+#include "sim/host/host_entry.h"
 #include "sim/host/session.h"
 #include "support/os.h"
 
@@ -127,26 +128,21 @@ ProError ConfigoptSet(const wchar_t* option, const wchar_t* value) {
     return PRO_TK_NO_ERROR;
 }
 
-template <typename Fn>
-void Add(std::vector<QvxHostFunction>& table, const char* name, Fn* fn) {
-    table.push_back({name, reinterpret_cast<void*>(fn)});
-}
-
 }  // namespace
 
 void AddViewFunctions(std::vector<QvxHostFunction>& table) {
-    Add(table, "ProViewMatrixGet_v", &ViewMatrixGet);
-    Add(table, "ProViewMatrixSet_v", &ViewMatrixSet);
-    Add(table, "ProViewRotate_v", &ViewRotate);
-    Add(table, "ProViewStore_v", &ViewStore);
-    Add(table, "ProViewRetrieve_v", &ViewRetrieve);
-    Add(table, "ProWindowCurrentGet_v", &WindowCurrentGet);
-    Add(table, "ProWindowActivate_v", &WindowActivate);
-    Add(table, "ProWindowCurrentMatrixGet_v", &WindowCurrentMatrixGet);
-    Add(table, "ProWindowPanZoomMatrixSet_v", &WindowPanZoomMatrixSet);
-    Add(table, "ProWindowRefresh_v", &WindowRefresh);
-    Add(table, "ProConfigoptGet_v", &ConfigoptGet);
-    Add(table, "ProConfigoptSet_v", &ConfigoptSet);
+    AddHostFunction<&ViewMatrixGet>(table, "ProViewMatrixGet_v");
+    AddHostFunction<&ViewMatrixSet>(table, "ProViewMatrixSet_v");
+    AddHostFunction<&ViewRotate>(table, "ProViewRotate_v");
+    AddHostFunction<&ViewStore>(table, "ProViewStore_v");
+    AddHostFunction<&ViewRetrieve>(table, "ProViewRetrieve_v");
+    AddHostFunction<&WindowCurrentGet>(table, "ProWindowCurrentGet_v");
+    AddHostFunction<&WindowActivate>(table, "ProWindowActivate_v");
+    AddHostFunction<&WindowCurrentMatrixGet>(table, "ProWindowCurrentMatrixGet_v");
+    AddHostFunction<&WindowPanZoomMatrixSet>(table, "ProWindowPanZoomMatrixSet_v");
+    AddHostFunction<&WindowRefresh>(table, "ProWindowRefresh_v");
+    AddHostFunction<&ConfigoptGet>(table, "ProConfigoptGet_v");
+    AddHostFunction<&ConfigoptSet>(table, "ProConfigoptSet_v");
 }
 
 }  // namespace sim

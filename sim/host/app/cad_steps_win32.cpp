@@ -7,6 +7,8 @@
 #include <cmath>
 #include <filesystem>
 #include <fstream>
+#include <memory>
+#include <optional>
 
 namespace sim {
 namespace {
@@ -60,10 +62,27 @@ bool Near(const Matrix4& a, const Matrix4& b, double tolerance) {
     return true;
 }
 
+std::optional<double> Decimal(const std::string& word) {
+    try {
+        std::size_t used = 0;
+        double value = std::stod(word, &used);
+        if (used == word.size()) return value;
+    } catch (...) {
+    }
+    return std::nullopt;
+}
+
+/// What `mark scale` remembers: the window's scale and how many frames had come.
+struct CMark {
+    double scale = 1.0;
+    std::size_t frames = 0;
+};
+
 }  // namespace
 
 void AddCadSteps(CScenarioRunner& runner) {
     CScenarioRunner* r = &runner;
+    auto mark = std::make_shared<CMark>();
     runner.AddVerb("model", [r](const Words& args) {
         CSession& s = CSession::Instance();
         if (args.size() >= 2 && args[0] == "open") {
@@ -109,6 +128,65 @@ void AddCadSteps(CScenarioRunner& runner) {
         return true;
     });
 
+    runner.AddVerb("mark", [r, mark](const Words& args) {
+        if (args.size() != 1 || args[0] != "scale") return r->Fail("usage: mark scale");
+        const CSession& s = CSession::Instance();
+        *mark = {s.panZoom[0][0], s.panZoomFrames.size()};
+        r->Log("  scale " + std::to_string(mark->scale) + " after " + std::to_string(mark->frames) +
+               " frames");
+        return true;
+    });
+    runner.AddExpectation("scale-ratio", [r, mark](const Words& args) {
+        auto want = args.size() > 0 ? Decimal(args[0]) : std::nullopt;
+        auto tolerance = args.size() > 1 ? Decimal(args[1]) : std::optional<double>(1e-9);
+        if (!want || !tolerance) return r->Fail("usage: expect scale-ratio RATIO [TOLERANCE]");
+        double ratio = CSession::Instance().panZoom[0][0] / mark->scale;
+        return std::fabs(ratio - *want) <= *tolerance
+                   ? true
+                   : r->Fail("the scale changed by " + std::to_string(ratio));
+    });
+    runner.AddExpectation("scale-segments", [r, mark](const Words& args) {
+        auto factor = args.size() > 0 ? Decimal(args[0]) : std::nullopt;
+        auto least = args.size() > 1 ? Decimal(args[1]) : std::optional<double>(1);
+        if (!factor || *factor <= 0 || *factor == 1 || !least) {
+            return r->Fail("usage: expect scale-segments FACTOR [AT-LEAST]");
+        }
+        double ratio = CSession::Instance().panZoom[0][0] / mark->scale;
+        double segments = std::log(ratio) / std::log(*factor);
+        char shown[64];
+        std::snprintf(shown, sizeof shown, "%.9g", segments);
+        r->Log("  " + std::string(shown) + " segments");
+        if (std::fabs(segments - std::round(segments)) > 1e-6) {
+            return r->Fail("the scale changed by " + std::string(shown) + " segments");
+        }
+        return std::round(segments) >= *least ? true
+                                              : r->Fail("only " + std::string(shown) + " segments");
+    });
+    runner.AddExpectation("frames-at-least", [r, mark](const Words& args) {
+        if (args.empty()) return r->Fail("usage: expect frames-at-least N");
+        std::size_t frames = CSession::Instance().panZoomFrames.size() - mark->frames;
+        return frames >= std::stoul(args[0])
+                   ? true
+                   : r->Fail(std::to_string(frames) + " frames since the mark");
+    });
+    runner.AddExpectation("pivot-at", [r](const Words& args) {
+        const CSession& s = CSession::Instance();
+        auto tolerance = args.size() > 1 ? Decimal(args[1]) : std::optional<double>(1e-6);
+        if (args.empty() || (args[0] != "cursor" && args[0] != "centre") || !tolerance) {
+            return r->Fail("usage: expect pivot-at cursor|centre [TOLERANCE]");
+        }
+        if (!s.lastTrack) return r->Fail("the host's mouse tracking has given no point");
+        Point3 want =
+            args[0] == "cursor" ? s.lastTrack->at : Point3{kWindowWidth / 2, kWindowHeight / 2, 0};
+        double x = s.lastTrack->point[0] * s.panZoom[0][0] + s.panZoom[3][0];
+        double y = s.lastTrack->point[1] * s.panZoom[1][1] + s.panZoom[3][1];
+        char shown[96];
+        std::snprintf(shown, sizeof shown, "the pivot shows at (%.6g, %.6g), not (%.6g, %.6g)", x,
+                      y, want[0], want[1]);
+        return std::fabs(x - want[0]) <= *tolerance && std::fabs(y - want[1]) <= *tolerance
+                   ? true
+                   : r->Fail(shown);
+    });
     runner.AddExpectation("view", [r](const Words& args) {
         const CSession& s = CSession::Instance();
         Matrix4 want{};

@@ -98,7 +98,9 @@ void CDriverSteps::PostCommandEvent(qvx::simdriver::CSimDriverControl& driver,
 
 bool CDriverSteps::Driver(const Words& args) {
     if (args.empty()) {
-        return Usage("driver stop|start|version|remove|sync|command-event|device ...");
+        return Usage(
+            "driver stop|start|version|remove|sync|command-event|device|config|refuse|accept|"
+            "messagebox-answer ...");
     }
     auto* driver = Control();
     if (!driver) return false;
@@ -131,6 +133,26 @@ bool CDriverSteps::Driver(const Words& args) {
         auto wParam = args.size() > 1 ? Number(args[1]) : std::nullopt;
         if (!wParam) return Usage("driver command-event WPARAM");
         PostCommandEvent(*driver, static_cast<std::uint32_t>(*wParam));
+    } else if (what == "config") {
+        if (args.size() < 2 || args.size() > 3) return Usage("driver config KEY [VALUE]");
+        driver->SimDriverSetConfigValue(args[1].c_str(),
+                                        args.size() > 2 ? args[2].c_str() : nullptr);
+    } else if (what == "refuse") {
+        auto error = args.size() > 2 ? Number(args[2]) : std::nullopt;
+        bool once = args.size() > 3 && args[3] == "once";
+        if (!error || *error == 0 || (args.size() > 3 && !once) || args.size() > 4) {
+            return Usage("driver refuse FUNCTION ERROR [once]");
+        }
+        auto refuse = once ? driver->SimDriverRefuseNext : driver->SimDriverRefuse;
+        refuse(args[1].c_str(), static_cast<std::int32_t>(*error));
+    } else if (what == "accept") {
+        if (args.size() != 2) return Usage("driver accept FUNCTION");
+        driver->SimDriverRefuse(args[1].c_str(), 0);
+        driver->SimDriverRefuseNext(args[1].c_str(), 0);
+    } else if (what == "messagebox-answer") {
+        auto answer = args.size() > 1 ? Number(args[1]) : std::nullopt;
+        if (!answer) return Usage("driver messagebox-answer N");
+        driver->SimDriverSetMessageBoxAnswer(static_cast<std::int32_t>(*answer));
     } else if (what == "device") {
         auto type = args.size() > 1 ? Number(args[1]) : std::nullopt;
         if (!type) return Usage("driver device TYPE [NAME]");
@@ -169,6 +191,40 @@ bool CDriverSteps::MakeRecord(const Words& args, OxKvwEvent& event) {
         } else {
             std::strncpy(field, args[1].c_str(), size - 1);
         }
+    } else if (what == "sync") {
+        std::optional<long long> words[4] = {std::nullopt, std::nullopt, std::nullopt, 0};
+        for (std::size_t i = 1; i < args.size() && i <= 4; ++i) words[i - 1] = Number(args[i]);
+        if (args.size() < 4 || args.size() > 5 || !words[0] || !words[1] || !words[2] ||
+            !words[3]) {
+            return Usage("device sync KIND CODE VALUE [SYNCID]");
+        }
+        event = Record(11);
+        event.sync.kind = static_cast<std::uint32_t>(*words[0]);
+        event.sync.code = static_cast<std::uint32_t>(*words[1]);
+        event.sync.value = static_cast<std::uint32_t>(*words[2]);
+        event.sync.syncId = static_cast<std::uint32_t>(*words[3]);
+    } else if (what == "motion") {
+        std::optional<long long> values[7] = {
+            std::nullopt, std::nullopt, std::nullopt, std::nullopt, std::nullopt, std::nullopt, 16};
+        for (std::size_t i = 1; i < args.size() && i <= 7; ++i) values[i - 1] = Number(args[i]);
+        if (args.size() < 7 || args.size() > 8 ||
+            !std::all_of(std::begin(values), std::end(values),
+                         [](auto& v) { return v.has_value(); })) {
+            return Usage("device motion TX TY TZ RX RY RZ [PERIOD]");
+        }
+        event = Record(2);
+        std::int32_t* fields[7] = {&event.motion.tx,    &event.motion.ty, &event.motion.tz,
+                                   &event.motion.rx,    &event.motion.ry, &event.motion.rz,
+                                   &event.motion.period};
+        for (int i = 0; i < 7; ++i) *fields[i] = static_cast<std::int32_t>(*values[i]);
+    } else if (what == "key") {
+        auto key = args.size() > 1 ? Number(args[1]) : std::nullopt;
+        bool down = args.size() > 2 && args[2] == "down";
+        if (!key || args.size() != 3 || (!down && args[2] != "up")) {
+            return Usage("device key KEY down|up");
+        }
+        event = Record(down ? 12 : 13);
+        event.key.key = static_cast<std::uint32_t>(*key);
     } else if (what == "config-changed") {
         event = Record(19);
     } else if (what == "event") {
@@ -190,7 +246,8 @@ bool CDriverSteps::MakeRecord(const Words& args, OxKvwEvent& event) {
 
 bool CDriverSteps::Device(const Words& args) {
     if (args.empty()) {
-        return Usage("device press|release|command|config-changed|event|garbage|road ...");
+        return Usage(
+            "device press|release|command|sync|motion|key|config-changed|event|garbage|road ...");
     }
     if (args[0] == "road") {
         if (args.size() < 2 || (args[1] != "window" && args[1] != "callback")) {

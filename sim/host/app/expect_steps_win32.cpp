@@ -59,6 +59,21 @@ bool CScenarioRunner::ExpectStep(const std::vector<std::string>& args) {
                    ? true
                    : Fail("standard output has \"" + arg(1) + "\"");
     }
+    if (what == "config") {
+        auto found = host.configOptions.find(qvx::os::WidenUtf8(arg(1)));
+        if (found == host.configOptions.end()) return Fail("the host has no option " + arg(1));
+        std::string value = qvx::os::NarrowUtf8(found->second);
+        return value == arg(2) ? true : Fail("option " + arg(1) + " is \"" + value + "\"");
+    }
+    if (what == "cursor") {
+        POINT p{};
+        if (!m_graphics.Window() || !GetCursorPos(&p) || !ScreenToClient(m_graphics.Window(), &p)) {
+            return Fail("the cursor needs the graphics window");
+        }
+        return std::to_string(p.x) == arg(1) && std::to_string(p.y) == arg(2)
+                   ? true
+                   : Fail("the cursor is at " + std::to_string(p.x) + " " + std::to_string(p.y));
+    }
     if (what == "errbuf") {
         return arg(1) == host.errorText
                    ? true

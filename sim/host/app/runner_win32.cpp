@@ -52,9 +52,22 @@ std::string Quote(const std::string& text) {
     return out + "\"";
 }
 
+/// The one runner of the process, for the thread timers of scheduled steps.
+CScenarioRunner* g_runner = nullptr;
+
+std::string Joined(const std::vector<std::string>& words) {
+    std::string text;
+    for (const std::string& w : words) {
+        text += (text.empty() ? "" : " ") +
+                (w.find(' ') != std::string::npos || w.empty() ? Quote(w) : w);
+    }
+    return text;
+}
+
 }  // namespace
 
 CScenarioRunner::CScenarioRunner(Options options) : m_options(std::move(options)) {
+    g_runner = this;
     m_log.open(fs::path(m_options.logPath), std::ios::binary | std::ios::trunc);
     std::error_code ec;
     fs::remove_all(fs::path(m_options.sandbox), ec);
@@ -71,6 +84,8 @@ CScenarioRunner::CScenarioRunner(Options options) : m_options(std::move(options)
 
 CScenarioRunner::~CScenarioRunner() {
     Unload();
+    m_graphics.Off();
+    CSession::Instance().graphicsWindow = nullptr;
     m_driver.Remove();
     FlushCaptureToLog();
     std::fflush(stdout);
@@ -79,6 +94,7 @@ CScenarioRunner::~CScenarioRunner() {
         _close(m_savedStdout);
     }
     CSession::Instance().onCall = nullptr;
+    g_runner = nullptr;
 }
 
 void CScenarioRunner::Log(const std::string& line) {
@@ -133,18 +149,11 @@ bool CScenarioRunner::Run(const std::vector<CScenarioStep>& steps) {
     }
     for (const CScenarioStep& step : steps) {
         m_line = step.line;
-        std::vector<std::string> args;
-        std::string shown;
-        for (std::size_t i = 1; i < step.words.size(); ++i) {
-            args.push_back(Expand(step.words[i]));
-            shown += " " + (args.back().find(' ') != std::string::npos || args.back().empty()
-                                ? Quote(args.back())
-                                : args.back());
-        }
-        Log("[" + std::to_string(step.line) + "] " + step.words[0] + shown);
-        auto verb = m_verbs.find(step.words[0]);
-        bool ok = verb != m_verbs.end() ? verb->second(args)
-                                        : Fail("unknown step '" + step.words[0] + "'");
+        std::vector<std::string> words{step.words[0]};
+        for (std::size_t i = 1; i < step.words.size(); ++i) words.push_back(Expand(step.words[i]));
+        Log("[" + std::to_string(step.line) + "] " + Joined(words));
+        // A scheduled step that ran inside this one may have failed too.
+        bool ok = Dispatch(words) && m_failure.empty();
         FlushCaptureToLog();
         FlushDriverLogToLog();
         if (!ok) {
@@ -156,8 +165,71 @@ bool CScenarioRunner::Run(const std::vector<CScenarioStep>& steps) {
     Unload();
     FlushCaptureToLog();
     FlushDriverLogToLog();
+    if (!m_failure.empty()) {
+        Log("FAILED " + m_failure);
+        return false;
+    }
     Log("PASSED");
     return true;
+}
+
+bool CScenarioRunner::Dispatch(const std::vector<std::string>& words) {
+    auto verb = m_verbs.find(words[0]);
+    if (verb == m_verbs.end()) return Fail("unknown step '" + words[0] + "'");
+    return verb->second(std::vector<std::string>(words.begin() + 1, words.end()));
+}
+
+bool CScenarioRunner::Schedule(const std::vector<std::string>& args) {
+    unsigned long ms = 0;
+    try {
+        std::size_t used = 0;
+        ms = std::stoul(args.at(0), &used);
+        if (used != args[0].size() || args.size() < 2) throw std::invalid_argument("usage");
+    } catch (...) {
+        return Fail("usage: after MILLISECONDS STEP...");
+    }
+    const std::string& verb = args[1];
+    // Loading and unloading from inside the plug-in's own stack would pull it from under
+    // itself; timers belong to the steps in between.
+    if (verb == "load" || verb == "unload") return Fail("'" + verb + "' cannot be scheduled");
+    if (!m_verbs.count(verb)) return Fail("unknown step '" + verb + "'");
+    UINT_PTR id = SetTimer(nullptr, 0, static_cast<UINT>(ms), &OnScheduledTimer);
+    if (!id) return Fail("SetTimer failed, error " + std::to_string(GetLastError()));
+    m_scheduled[id] = {m_line, static_cast<unsigned>(ms), GetTickCount64(),
+                       std::vector<std::string>(args.begin() + 1, args.end())};
+    return true;
+}
+
+void CALLBACK CScenarioRunner::OnScheduledTimer(HWND, UINT, UINT_PTR id, DWORD) {
+    KillTimer(nullptr, id);
+    if (g_runner) g_runner->RunScheduled(id);
+}
+
+void CScenarioRunner::RunScheduled(UINT_PTR id) {
+    auto found = m_scheduled.find(id);
+    if (found == m_scheduled.end()) return;
+    CScheduledStep step = std::move(found->second);
+    m_scheduled.erase(found);
+    FlushCaptureToLog();
+    FlushDriverLogToLog();
+    Log("[" + std::to_string(step.line) + "] after " + std::to_string(step.ms) + " (fired at +" +
+        std::to_string(GetTickCount64() - step.scheduledAt) + " ms): " + Joined(step.words));
+    // Failures name the scheduled step's line; the step that is running goes on and the
+    // runner stops when it returns.
+    int outerLine = std::exchange(m_line, step.line);
+    if (!Dispatch(step.words) && m_failure.empty()) Fail("scheduled step failed");
+    m_line = outerLine;
+    FlushCaptureToLog();
+    FlushDriverLogToLog();
+}
+
+void CScenarioRunner::CancelScheduled(const char* why) {
+    for (const auto& [id, step] : m_scheduled) {
+        KillTimer(nullptr, id);
+        Log("  cancelled " + std::string(why) + ": after " + std::to_string(step.ms) +
+            " from line " + std::to_string(step.line) + ": " + Joined(step.words));
+    }
+    m_scheduled.clear();
 }
 
 bool CScenarioRunner::Load() {
@@ -167,12 +239,16 @@ bool CScenarioRunner::Load() {
     auto init = reinterpret_cast<int (*)(const QvxToolkitArgs*)>(
         reinterpret_cast<void*>(GetProcAddress(m_plugin.Get(), "user_initialize_plus")));
     if (!init) return Fail("the plug-in does not export user_initialize_plus");
+    if (!CGraphicsWindow::RouteCurrentDC(m_plugin.Get())) {
+        Log("  the plug-in does not import wglGetCurrentDC");
+    }
     int result = init(CSession::Instance().Args());
     Log("  user_initialize_plus returned " + std::to_string(result));
     return true;
 }
 
 void CScenarioRunner::Unload() {
+    CancelScheduled(m_plugin ? "at unload" : "at the end");
     if (!m_plugin) return;
     auto term = reinterpret_cast<void (*)()>(
         reinterpret_cast<void*>(GetProcAddress(m_plugin.Get(), "user_terminate_plus")));
@@ -230,6 +306,47 @@ void CScenarioRunner::FlushDriverLogToLog() {
     m_driverLinesLogged = lines.size();
 }
 
+bool CScenarioRunner::HostFault(const std::vector<std::string>& args) {
+    const bool throws = args[0] == "throw";
+    const char* usage =
+        throws ? "usage: host throw NAME [NTH]" : "usage: host fail NAME STATUS|off [NTH]";
+    auto& faults = CSession::Instance().faults;
+    if (!throws && args.size() == 3 && args[2] == "off") {
+        faults.erase(args[1]);
+        return true;
+    }
+    CSession::CFault fault;
+    fault.kind = throws ? CSession::EFault::Throw : CSession::EFault::Status;
+    try {
+        std::size_t next = 2;
+        if (!throws) fault.status = static_cast<ProError>(std::stoi(args.at(next++)));
+        if (args.size() > next) fault.nth = std::stoi(args[next++]);
+        if (args.size() > next || fault.nth < 0) return Fail(usage);
+    } catch (...) {
+        return Fail(usage);
+    }
+    faults[args[1]] = fault;
+    return true;
+}
+
+bool CScenarioRunner::GraphicsWindowStep(const std::string& state) {
+    CSession& s = CSession::Instance();
+    if (state == "off") {
+        m_graphics.Off();
+        s.graphicsWindow = nullptr;
+        return true;
+    }
+    if (state != "on") return Fail("usage: host graphics-window on|off");
+    std::string how;
+    if (!m_graphics.On(how)) {
+        return Fail("cannot make the graphics window, error " + std::to_string(GetLastError()));
+    }
+    s.graphicsWindow = m_graphics.Window();
+    Log("  graphics window " + std::to_string(CGraphicsWindow::kClientWidth) + " x " +
+        std::to_string(CGraphicsWindow::kClientHeight) + " " + how);
+    return true;
+}
+
 void CScenarioRunner::AddCoreVerbs() {
     auto need = [this](const std::vector<std::string>& args, std::size_t n, const char* usage) {
         return args.size() >= n ? true : Fail(std::string("usage: ") + usage);
@@ -242,7 +359,10 @@ void CScenarioRunner::AddCoreVerbs() {
         return true;
     });
     AddVerb("host", [this, need](const std::vector<std::string>& args) {
-        if (!need(args, 2, "host version|build|textdir|wchar-size|omit VALUE")) return false;
+        if (!need(args, 2,
+                  "host version|build|textdir|wchar-size|omit|fail|throw|graphics-window ...")) {
+            return false;
+        }
         CSession& s = CSession::Instance();
         const std::string& what = args[0];
         if (what == "version") {
@@ -255,6 +375,10 @@ void CScenarioRunner::AddCoreVerbs() {
             s.wcharSize = static_cast<std::uint32_t>(std::stoul(args[1]));
         } else if (what == "omit") {
             s.Omit(args[1]);
+        } else if (what == "fail" || what == "throw") {
+            return HostFault(args);
+        } else if (what == "graphics-window") {
+            return GraphicsWindowStep(args[1]);
         } else {
             return Fail("unknown host setting '" + what + "'");
         }
@@ -302,6 +426,27 @@ void CScenarioRunner::AddCoreVerbs() {
         if (!need(args, 1, "remove PATH")) return false;
         std::error_code ec;
         fs::remove_all(fs::path(Wide(args[0])), ec);
+        return true;
+    });
+    AddVerb("after", [this](const std::vector<std::string>& args) { return Schedule(args); });
+    AddVerb("cursor", [this, need](const std::vector<std::string>& args) {
+        if (!need(args, 2, "cursor X Y")) return false;
+        if (!m_graphics.Window()) return Fail("the cursor needs the graphics window");
+        int x = std::stoi(args[0]), y = std::stoi(args[1]);
+        if (!m_graphics.PlaceCursor(x, y)) return Fail("the cursor cannot be placed there");
+        CSession::Instance().cursor = m_graphics.CursorUnits();
+        return true;
+    });
+    AddVerb("config", [this, need](const std::vector<std::string>& args) {
+        if (!need(args, 2, "config set NAME VALUE | config remove NAME")) return false;
+        auto& options = CSession::Instance().configOptions;
+        if (args[0] == "set" && args.size() >= 3) {
+            options[Wide(args[1])] = Wide(args[2]);
+        } else if (args[0] == "remove") {
+            options.erase(Wide(args[1]));
+        } else {
+            return Fail("usage: config set NAME VALUE | config remove NAME");
+        }
         return true;
     });
     AddVerb("load", [this](const std::vector<std::string>&) { return Load(); });

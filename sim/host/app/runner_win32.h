@@ -1,6 +1,7 @@
 // Plays a scenario against the plug-in DLL in this process, writing a session log.
 #pragma once
 
+#include "graphics_window_win32.h"
 #include "held_driver_win32.h"
 #include "sim/host/scenario.h"
 #include "support/win32_handles.h"
@@ -52,9 +53,31 @@ public:
 
     /// The driver library held for the scenario; not held without --driver or after removal.
     CHeldDriver& Driver() { return m_driver; }
+    /// The host's graphics window; off until a scenario turns it on.
+    CGraphicsWindow& Graphics() { return m_graphics; }
 
 private:
+    /// A step that a thread timer of the main thread runs later, inside whatever loop is
+    /// pumping messages then.
+    struct CScheduledStep {
+        int line = 0;
+        unsigned ms = 0;
+        ULONGLONG scheduledAt = 0;
+        std::vector<std::string> words;  ///< the verb and its expanded arguments
+    };
+
     void AddCoreVerbs();
+    /// `host fail NAME STATUS|off [NTH]`, `host throw NAME [NTH]`.
+    bool HostFault(const std::vector<std::string>& args);
+    /// `host graphics-window on|off`.
+    bool GraphicsWindowStep(const std::string& state);
+    /// Runs one step's verb with expanded arguments; false when it failed.
+    bool Dispatch(const std::vector<std::string>& words);
+    bool Schedule(const std::vector<std::string>& args);
+    /// Kills every pending timer and logs each step that will not run.
+    void CancelScheduled(const char* why);
+    static void CALLBACK OnScheduledTimer(HWND, UINT, UINT_PTR id, DWORD);
+    void RunScheduled(UINT_PTR id);
     bool ExpectStep(const std::vector<std::string>& args);
     bool Load();
     void Unload();
@@ -70,7 +93,9 @@ private:
     std::map<std::string, Handler> m_expectations;
     // The driver is declared first so that it outlives the plug-in that may use it.
     CHeldDriver m_driver;
+    CGraphicsWindow m_graphics;
     ovklib::CModuleHandle m_plugin;
+    std::map<UINT_PTR, CScheduledStep> m_scheduled;
     std::string m_failure;
     int m_line = 0;
     int m_savedStdout = -1;
