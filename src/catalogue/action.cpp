@@ -3,6 +3,7 @@
 
 #include "catalogue/mapkey_lookup.h"
 #include "catalogue/s3dm_handlers.h"
+#include "support/boundary.h"
 #include "support/main_loop.h"
 #include "support/os.h"
 #include "support/text_compare.h"
@@ -112,7 +113,7 @@ std::string CAction::ToIdentifier() const {
 }
 
 bool CAction::Execute() const {
-    try {
+    return qvx::CallAtBoundary("CAction::Execute", false, [this] {
         CQvxUndostackClearBypass bypass(true);
         switch (m_kind) {
             case kMenuItem:
@@ -131,9 +132,7 @@ bool CAction::Execute() const {
             default:
                 return false;
         }
-    } catch (...) {
-        return false;
-    }
+    });
 }
 
 bool CAction::ExecuteMapkey() const {
@@ -151,12 +150,11 @@ bool CAction::ExecuteMapkey() const {
 
 void CAction::ExecuteFromDriver(const char* id, bool pressed) {
     if (!pressed) return;
-    try {
+    qvx::CallAtBoundary("CAction::ExecuteFromDriver", [id] {
         CQvxUndostackClearBypass bypass(true);
         CAction action;
         std::istringstream in(id ? id : "");
         in >> action;
         action.Execute();
-    } catch (...) {
-    }
+    });
 }

@@ -3,12 +3,9 @@
 #include "nav/mouse_tracking_win32.h"
 
 #include "support/boundary.h"
+#include "support/win32_handles.h"
 #include "toolkit/pro_toolkit.h"
 
-#include <chrono>
-#include <condition_variable>
-#include <mutex>
-#include <stop_token>
 #include <thread>
 
 namespace qvx::nav {
@@ -49,22 +46,49 @@ private:
     POINT m_screen;
 };
 
-// Posts a mouse move one pixel to each side of the cursor, every 10 ms, until stopped; then
-// puts the cursor back exactly where it was.
-void Wiggle(std::stop_token stop, HWND window, const WiggleStep& step) {
+// Posts a mouse move one pixel to each side of the cursor, every 10 ms, until `stop` is set;
+// then puts the cursor back exactly where it was.
+void Wiggle(HANDLE stop, HWND window, const WiggleStep& step) {
     POINT screen{};
     GetCursorPos(&screen);
     CCursorRestore restore(screen);
     POINT client = screen;
     ScreenToClient(window, &client);
-    std::mutex mutex;
-    std::condition_variable_any wake;
-    std::unique_lock lock(mutex);
-    for (int side = 1; !stop.stop_requested(); side = -side) {
+    for (int side = 1;; side = -side) {
         step(window, POINT{client.x + side, client.y + side});
-        wake.wait_for(lock, stop, std::chrono::milliseconds(10), [] { return false; });
+        if (WaitForSingleObject(stop, 10) != WAIT_TIMEOUT) break;
     }
 }
+
+/// The wiggler's thread for one tracking call: started by the constructor, stopped and
+/// joined by the destructor on every way out, a throwing host call included.
+///
+/// The stop is an event of the system's rather than a std::stop_token: the runtime's stop
+/// callbacks and timed waits, under the thread library this DLL is built with, now and then
+/// lose the stop, and the main thread then waits in the join for good.
+class CWiggler {
+public:
+    CWiggler(HWND window, WiggleStep step)
+        : m_stop(CreateEventW(nullptr, /*bManualReset=*/TRUE, /*bInitialState=*/FALSE, nullptr)) {
+        if (!m_stop) return;
+        HANDLE stop = m_stop.Get();
+        // The thread's own body is a boundary: a failure ends the wiggling, not the process.
+        m_thread = std::thread([stop, window, step = std::move(step)] {
+            CallAtBoundary("Wiggle", [&] { Wiggle(stop, window, step); });
+        });
+    }
+    ~CWiggler() {
+        if (!m_thread.joinable()) return;
+        SetEvent(m_stop.Get());
+        m_thread.join();
+    }
+    CWiggler(const CWiggler&) = delete;
+    CWiggler& operator=(const CWiggler&) = delete;
+
+private:
+    ovklib::CKernelHandle m_stop;
+    std::thread m_thread;
+};
 
 }  // namespace
 
@@ -79,13 +103,8 @@ void TrackWithWiggler(void* handle, int option, int* state, double point[3]) {
     HWND window = static_cast<HWND>(handle);
     DropMouseMessages(window);
     {
-        WiggleStep step = Step() ? Step() : WiggleStep(&PostMouseMove);
-        // The thread's own body is a boundary: a failure ends the wiggling, not the process.
-        std::jthread wiggler([window, step = std::move(step)](std::stop_token stop) {
-            CallAtBoundary("Wiggle", [&] { Wiggle(stop, window, step); });
-        });
+        CWiggler wiggler(window, Step() ? Step() : WiggleStep(&PostMouseMove));
         ProMouseTrack(option, state, point);
-        // Leaving the scope stops the thread and joins it.
     }
     DropMouseMessages(window);
 }
