@@ -1,6 +1,7 @@
 // The plug-in's life in the simulated host, from user_initialize_plus to user_terminate_plus.
 #include "plugin_fixture.h"
 #include "core/startup_platform.h"
+#include "support/boundary.h"
 
 #include <fstream>
 
@@ -53,6 +54,26 @@ TEST_F(PluginTest, WideCharacterMismatchIsReportedEverywhereAndMakesNoObject) {
     EXPECT_EQ(host.messages[0], text);
     EXPECT_EQ(out, text + "\n");
     EXPECT_STREQ(host.errorText, text.c_str());
+}
+
+TEST_F(PluginTest, HostFunctionThrowingIntoTheExportStopsAtItsBoundary) {
+    sim::CSession& host = sim::CSession::Instance();
+    host.wcharSize = 4;
+    host.faults["ProMessageDisplay"].kind = sim::CSession::EFault::Throw;
+    std::uint64_t caught = BoundaryCatchCount();
+    CaptureStdout();
+    EXPECT_EQ(Load(), 0);
+    std::string out = GetCapturedStdout();
+    EXPECT_EQ(BoundaryCatchCount(), caught + 1);
+    EXPECT_NE(out.find("user_initialize failed error=simulated host failure in ProMessageDisplay"),
+              std::string::npos)
+        << out;
+    EXPECT_FALSE(g_qvxProE);
+    // The process goes on, and the next load of a matching host runs.
+    host.faults.clear();
+    host.wcharSize = 2;
+    EXPECT_EQ(Load(), 0);
+    EXPECT_TRUE(g_qvxProE);
 }
 
 TEST_F(PluginTest, MismatchWithoutTheMessageFunctionStillFillsTheErrorBuffer) {
