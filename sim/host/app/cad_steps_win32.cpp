@@ -62,16 +62,6 @@ bool Near(const Matrix4& a, const Matrix4& b, double tolerance) {
     return true;
 }
 
-std::optional<double> Decimal(const std::string& word) {
-    try {
-        std::size_t used = 0;
-        double value = std::stod(word, &used);
-        if (used == word.size()) return value;
-    } catch (...) {
-    }
-    return std::nullopt;
-}
-
 /// What `mark scale` remembers: the window's scale and how many frames had come.
 struct CMark {
     double scale = 1.0;
@@ -137,8 +127,9 @@ void AddCadSteps(CScenarioRunner& runner) {
         return true;
     });
     runner.AddExpectation("scale-ratio", [r, mark](const Words& args) {
-        auto want = args.size() > 0 ? Decimal(args[0]) : std::nullopt;
-        auto tolerance = args.size() > 1 ? Decimal(args[1]) : std::optional<double>(1e-9);
+        auto want = args.size() > 0 ? WholeNumber<double>(args[0]) : std::nullopt;
+        auto tolerance =
+            args.size() > 1 ? WholeNumber<double>(args[1]) : std::optional<double>(1e-9);
         if (!want || !tolerance) return r->Fail("usage: expect scale-ratio RATIO [TOLERANCE]");
         double ratio = CSession::Instance().panZoom[0][0] / mark->scale;
         return std::fabs(ratio - *want) <= *tolerance
@@ -146,8 +137,8 @@ void AddCadSteps(CScenarioRunner& runner) {
                    : r->Fail("the scale changed by " + std::to_string(ratio));
     });
     runner.AddExpectation("scale-segments", [r, mark](const Words& args) {
-        auto factor = args.size() > 0 ? Decimal(args[0]) : std::nullopt;
-        auto least = args.size() > 1 ? Decimal(args[1]) : std::optional<double>(1);
+        auto factor = args.size() > 0 ? WholeNumber<double>(args[0]) : std::nullopt;
+        auto least = args.size() > 1 ? WholeNumber<double>(args[1]) : std::optional<double>(1);
         if (!factor || *factor <= 0 || *factor == 1 || !least) {
             return r->Fail("usage: expect scale-segments FACTOR [AT-LEAST]");
         }
@@ -171,7 +162,8 @@ void AddCadSteps(CScenarioRunner& runner) {
     });
     runner.AddExpectation("pivot-at", [r](const Words& args) {
         const CSession& s = CSession::Instance();
-        auto tolerance = args.size() > 1 ? Decimal(args[1]) : std::optional<double>(1e-6);
+        auto tolerance =
+            args.size() > 1 ? WholeNumber<double>(args[1]) : std::optional<double>(1e-6);
         if (args.empty() || (args[0] != "cursor" && args[0] != "centre") || !tolerance) {
             return r->Fail("usage: expect pivot-at cursor|centre [TOLERANCE]");
         }

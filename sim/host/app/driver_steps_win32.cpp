@@ -22,26 +22,6 @@ constexpr std::uint32_t kReconnectCommand = 27704;
 /// How long a device step waits for the plug-in to fetch what it was sent.
 constexpr unsigned kFetchWaitMs = 500;
 
-std::optional<long long> Number(const std::string& word) {
-    try {
-        std::size_t used = 0;
-        long long value = std::stoll(word, &used, 0);
-        if (used == word.size()) return value;
-    } catch (...) {
-    }
-    return std::nullopt;
-}
-
-std::optional<float> Decimal(const std::string& word) {
-    try {
-        std::size_t used = 0;
-        float value = std::stof(word, &used);
-        if (used == word.size()) return value;
-    } catch (...) {
-    }
-    return std::nullopt;
-}
-
 OxKvwEvent Record(std::uint32_t type) {
     OxKvwEvent event;
     std::memset(&event, 0, sizeof event);
@@ -112,7 +92,8 @@ bool CDriverSteps::Driver(const Words& args) {
         PostCommandEvent(*driver, kReconnectCommand);
     } else if (what == "version") {
         std::optional<long long> parts[3] = {0, 0, 0};
-        for (std::size_t i = 1; i < args.size() && i <= 3; ++i) parts[i - 1] = Number(args[i]);
+        for (std::size_t i = 1; i < args.size() && i <= 3; ++i)
+            parts[i - 1] = WholeNumber<long long>(args[i]);
         if (args.size() < 2 || args.size() > 4 || !parts[0] || !parts[1] || !parts[2]) {
             return Usage("driver version MAJOR [MINOR [BUILD]]");
         }
@@ -130,7 +111,7 @@ bool CDriverSteps::Driver(const Words& args) {
         }
         driver->SimDriverSetSyncAnswer(static_cast<std::int32_t>(mode - std::begin(kModes)));
     } else if (what == "command-event") {
-        auto wParam = args.size() > 1 ? Number(args[1]) : std::nullopt;
+        auto wParam = args.size() > 1 ? WholeNumber<long long>(args[1]) : std::nullopt;
         if (!wParam) return Usage("driver command-event WPARAM");
         PostCommandEvent(*driver, static_cast<std::uint32_t>(*wParam));
     } else if (what == "config") {
@@ -138,7 +119,7 @@ bool CDriverSteps::Driver(const Words& args) {
         driver->SimDriverSetConfigValue(args[1].c_str(),
                                         args.size() > 2 ? args[2].c_str() : nullptr);
     } else if (what == "refuse") {
-        auto error = args.size() > 2 ? Number(args[2]) : std::nullopt;
+        auto error = args.size() > 2 ? WholeNumber<long long>(args[2]) : std::nullopt;
         bool once = args.size() > 3 && args[3] == "once";
         if (!error || *error == 0 || (args.size() > 3 && !once) || args.size() > 4) {
             return Usage("driver refuse FUNCTION ERROR [once]");
@@ -150,11 +131,11 @@ bool CDriverSteps::Driver(const Words& args) {
         driver->SimDriverRefuse(args[1].c_str(), 0);
         driver->SimDriverRefuseNext(args[1].c_str(), 0);
     } else if (what == "messagebox-answer") {
-        auto answer = args.size() > 1 ? Number(args[1]) : std::nullopt;
+        auto answer = args.size() > 1 ? WholeNumber<long long>(args[1]) : std::nullopt;
         if (!answer) return Usage("driver messagebox-answer N");
         driver->SimDriverSetMessageBoxAnswer(static_cast<std::int32_t>(*answer));
     } else if (what == "device") {
-        auto type = args.size() > 1 ? Number(args[1]) : std::nullopt;
+        auto type = args.size() > 1 ? WholeNumber<long long>(args[1]) : std::nullopt;
         if (!type) return Usage("driver device TYPE [NAME]");
         driver->SimDriverSetDevice(static_cast<std::uint32_t>(*type),
                                    args.size() > 2 ? args[2].c_str() : nullptr);
@@ -167,8 +148,8 @@ bool CDriverSteps::Driver(const Words& args) {
 bool CDriverSteps::MakeRecord(const Words& args, OxKvwEvent& event) {
     const std::string& what = args[0];
     if (what == "press" || what == "release") {
-        auto code = args.size() > 1 ? Number(args[1]) : std::nullopt;
-        auto parameter = args.size() > 2 ? Decimal(args[2]) : std::optional<float>(0.0f);
+        auto code = args.size() > 1 ? WholeNumber<long long>(args[1]) : std::nullopt;
+        auto parameter = args.size() > 2 ? WholeNumber<float>(args[2]) : std::optional<float>(0.0f);
         if (!code || !parameter) return Usage("device press|release CODE [FLOAT]");
         event = Record(17);
         event.matrixCommand.pressed = what == "press" ? 1 : 0;
@@ -193,7 +174,8 @@ bool CDriverSteps::MakeRecord(const Words& args, OxKvwEvent& event) {
         }
     } else if (what == "sync") {
         std::optional<long long> words[4] = {std::nullopt, std::nullopt, std::nullopt, 0};
-        for (std::size_t i = 1; i < args.size() && i <= 4; ++i) words[i - 1] = Number(args[i]);
+        for (std::size_t i = 1; i < args.size() && i <= 4; ++i)
+            words[i - 1] = WholeNumber<long long>(args[i]);
         if (args.size() < 4 || args.size() > 5 || !words[0] || !words[1] || !words[2] ||
             !words[3]) {
             return Usage("device sync KIND CODE VALUE [SYNCID]");
@@ -206,7 +188,8 @@ bool CDriverSteps::MakeRecord(const Words& args, OxKvwEvent& event) {
     } else if (what == "motion") {
         std::optional<long long> values[7] = {
             std::nullopt, std::nullopt, std::nullopt, std::nullopt, std::nullopt, std::nullopt, 16};
-        for (std::size_t i = 1; i < args.size() && i <= 7; ++i) values[i - 1] = Number(args[i]);
+        for (std::size_t i = 1; i < args.size() && i <= 7; ++i)
+            values[i - 1] = WholeNumber<long long>(args[i]);
         if (args.size() < 7 || args.size() > 8 ||
             !std::all_of(std::begin(values), std::end(values),
                          [](auto& v) { return v.has_value(); })) {
@@ -218,7 +201,7 @@ bool CDriverSteps::MakeRecord(const Words& args, OxKvwEvent& event) {
                                    &event.motion.period};
         for (int i = 0; i < 7; ++i) *fields[i] = static_cast<std::int32_t>(*values[i]);
     } else if (what == "key") {
-        auto key = args.size() > 1 ? Number(args[1]) : std::nullopt;
+        auto key = args.size() > 1 ? WholeNumber<long long>(args[1]) : std::nullopt;
         bool down = args.size() > 2 && args[2] == "down";
         if (!key || args.size() != 3 || (!down && args[2] != "up")) {
             return Usage("device key KEY down|up");
@@ -228,11 +211,11 @@ bool CDriverSteps::MakeRecord(const Words& args, OxKvwEvent& event) {
     } else if (what == "config-changed") {
         event = Record(19);
     } else if (what == "event") {
-        auto type = args.size() > 1 ? Number(args[1]) : std::nullopt;
+        auto type = args.size() > 1 ? WholeNumber<long long>(args[1]) : std::nullopt;
         if (!type) return Usage("device event TYPE");
         event = Record(static_cast<std::uint32_t>(*type));
     } else if (what == "garbage") {
-        auto seed = args.size() > 1 ? Number(args[1]) : std::nullopt;
+        auto seed = args.size() > 1 ? WholeNumber<long long>(args[1]) : std::nullopt;
         if (!seed) return Usage("device garbage SEED");
         std::mt19937 random(static_cast<std::uint32_t>(*seed));
         auto* bytes = reinterpret_cast<unsigned char*>(&event);
@@ -293,7 +276,7 @@ bool CDriverSteps::Expect(const std::string& what, const Words& args) {
     if (!driver) return false;
     auto arg = [&](std::size_t i) { return i < args.size() ? args[i] : std::string(); };
     if (what == "driver-calls") {
-        auto want = Number(arg(1));
+        auto want = WholeNumber<long long>(arg(1));
         if (args.size() < 2 || !want) return Usage("expect driver-calls FUNCTION N");
         std::uint32_t calls = driver->SimDriverCallCount(args[0].c_str());
         return calls == *want ? true
@@ -317,7 +300,7 @@ bool CDriverSteps::Expect(const std::string& what, const Words& args) {
                              "\"; it holds \"" + text + "\"");
     }
     if (what == "driver-connections") {
-        auto want = Number(arg(0));
+        auto want = WholeNumber<long long>(arg(0));
         if (!want) return Usage("expect driver-connections N");
         std::uint32_t open = driver->SimDriverConnectionCount();
         return open == *want ? true

@@ -9,7 +9,9 @@
 #include <fstream>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace sim {
@@ -103,6 +105,23 @@ private:
     std::size_t m_captureLogged = 0;
     std::size_t m_driverLinesLogged = 0;
 };
+
+/// The whole of `word` as a number (integers also as 0x... hex); empty when any of it is not.
+template <typename T>
+std::optional<T> WholeNumber(const std::string& word) {
+    try {
+        std::size_t used = 0;
+        T value{};
+        if constexpr (std::is_floating_point_v<T>) {
+            value = static_cast<T>(std::stod(word, &used));
+        } else {
+            value = static_cast<T>(std::stoll(word, &used, 0));
+        }
+        if (used == word.size()) return value;
+    } catch (...) {
+    }
+    return std::nullopt;
+}
 
 /// The steps that open models and look at the host's view, macros and display style.
 void AddCadSteps(CScenarioRunner& runner);
