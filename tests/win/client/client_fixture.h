@@ -4,7 +4,7 @@
 
 #include "client/detail/registered_messages_win32.h"
 #include "client/oxapp/signal_interfaces.h"
-#include "client/oxapp/smart_s80_device_win32.h"
+#include "client/detail/smart_s80_device_win32.h"
 #include "client/ovk/interface_ptr.h"
 #include "tests/win/shim/shim_fixture.h"
 

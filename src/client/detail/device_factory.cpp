@@ -1,6 +1,6 @@
 #include "client/oxapp/device_factory.h"
 
-#include "client/oxapp/device_factory_platform.h"
+#include "client/detail/device_factory_platform.h"
 
 namespace oxapp {
 

@@ -1,4 +1,4 @@
-#include "client/oxapp/smart_s80_device_win32.h"
+#include "client/detail/smart_s80_device_win32.h"
 
 namespace oxapp {
 
