@@ -40,7 +40,7 @@ TEST_F(ClientTest, DeviceDestroyedWhileItsTimersFireLeavesNothingBehind) {
         {.syncQuery = kLater, .nextFunction = kSoon, .motionEnd = kLater},
     };
 
-    constexpr int kRounds = 2500;
+    constexpr int kRounds = 2000;
     for (int round = 0; round < kRounds; ++round) {
         CS80ClientImpl::SetTimersForTest(kinds[round % 3], &SlowProbe);
         auto& device = Open(flags);
@@ -51,14 +51,14 @@ TEST_F(ClientTest, DeviceDestroyedWhileItsTimersFireLeavesNothingBehind) {
         } else if (round % 3 == 2) {
             device.DispatchEvent(function);
         }
-        if (round % 5 == 0) Sleep(1);  // let some timers fire before the end
+        if (round % 2 == 0) Sleep(1);  // let some timers fire before the end
         m_object.reset();
         // Now and then the messages of the timers that fired are taken; in between they
         // pile up for windows that are gone.
         if (round % 8 == 0) PumpPending();
     }
     PumpPending();
-    EXPECT_GT(g_fired.load(), kRounds / 10) << "the timers fired while clients came and went";
+    EXPECT_GT(g_fired.load(), kRounds / 20) << "too few timers fired while clients came and went";
     EXPECT_EQ(driver.SimDriverConnectionCount(), 0u);
 
     // A device made afterwards works as usual.
