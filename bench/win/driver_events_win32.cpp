@@ -6,7 +6,7 @@
 //
 //   bench_driver_events.exe [EVENTS]
 #include "client/oxapp/signal_interfaces.h"
-#include "client/oxapp/smart_s80_device_win32.h"
+#include "client/detail/smart_s80_device_win32.h"
 #include "client/ovk/interface_ptr.h"
 #include "sim/driver/control_api_win32.h"
 #include "sim_driver_path.h"

@@ -4,7 +4,7 @@
 // names; CSimDriverControl binds them in a loaded copy of the library.
 #pragma once
 
-#include "client/detail/kvw_event.h"
+#include "client/oxapp/ox_records.h"
 #include "support/windows_api.h"
 
 #include <cstdint>

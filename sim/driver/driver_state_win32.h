@@ -3,7 +3,7 @@
 // RunStatus, which hold the one lock, record the call, and keep exceptions inside.
 #pragma once
 
-#include "client/detail/kvw_event.h"
+#include "client/oxapp/ox_records.h"
 #include "client/detail/ox_errors.h"
 #include "client/detail/ox_functions.h"
 #include "support/windows_api.h"

@@ -1,5 +1,5 @@
 // The library's core: initialise, connections, devices, versions and events.
-#include "client/detail/kvw_event.h"
+#include "client/oxapp/ox_records.h"
 #include "sim/driver/driver_messages_win32.h"
 #include "sim/driver/driver_state_win32.h"
 #include "sim/driver/exports_win32.h"

@@ -3,7 +3,7 @@
 // driver's state for this application.
 #pragma once
 
-#include "client/detail/ox_records.h"
+#include "client/oxapp/ox_records.h"
 #include "client/ovk/interface.h"
 
 #include <cstdint>

@@ -1,6 +1,7 @@
 #include "client/detail/client_window_win32.h"
 
 #include "client/detail/registered_messages_win32.h"
+#include "support/boundary.h"
 #include "support/os.h"
 
 #include <commctrl.h>
@@ -11,6 +12,10 @@ namespace oxapp::detail {
 namespace {
 
 constexpr UINT_PTR kSubclassId = 1;
+/// How long Destroy waits for a window whose thread does not answer.
+constexpr UINT kHungWindowMs = 2000;
+// The window exists only to receive messages: the smallest rectangle, never shown.
+constexpr int kWindowSize = 1;
 
 // The window's title: the base name of the host process's file.
 std::wstring ProcessBaseName() {
@@ -49,8 +54,9 @@ bool CClientWindowImpl::Create(const std::wstring& className, HWND parent) {
         record.hInstance = instance;
         record.lpszClassName = m_className.c_str();
         RegisterClassExW(&record);
-        window = CreateWindowExW(0, m_className.c_str(), title.c_str(), style, 0, 0, 1, 1, parent,
-                                 nullptr, instance, this);
+        window = CreateWindowExW(/*dwExStyle=*/0, m_className.c_str(), title.c_str(), style,
+                                 /*X=*/0, /*Y=*/0, kWindowSize, kWindowSize, parent,
+                                 /*hMenu=*/nullptr, instance, this);
         m_kind = 1;
     }
     if (!window) m_keepAlive.reset();
@@ -82,11 +88,11 @@ bool CClientWindowImpl::Destroy() {
                 GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId()) {
                 return DestroyWindow(window) != FALSE;
             }
-            // The window's own thread destroys it; a hung thread is given 2 s.
+            // The window's own thread destroys it; a hung thread is given a while.
             SendMessageTimeoutW(
                 window, WM_CLOSE, 0, 0,
-                SMTO_BLOCK | SMTO_ABORTIFHUNG | SMTO_NOTIMEOUTIFNOTHUNG | SMTO_ERRORONEXIT, 2000,
-                nullptr);
+                SMTO_BLOCK | SMTO_ABORTIFHUNG | SMTO_NOTIMEOUTIFNOTHUNG | SMTO_ERRORONEXIT,
+                kHungWindowMs, nullptr);
             done = true;
             if (HWND left = m_window.exchange(nullptr)) OnFinalMessage(left);
         }
@@ -186,13 +192,11 @@ LRESULT CClientWindowImpl::Route(HWND window, UINT message, WPARAM wParam, LPARA
                           : DefWindowProcW(window, message, wParam, lParam);
     };
     LRESULT result = 0;
-    bool handled = false;
-    try {
-        handled = ProcessWindowMessage(window, message, wParam, lParam, result, 0);
-    } catch (...) {
-        // Nothing leaves a window procedure: the message counts as not handled.
-        handled = false;
-    }
+    // Nothing leaves a window procedure: a handler that throws leaves the message unhandled,
+    // and it gets the default processing.
+    bool handled = qvx::CallAtBoundary(
+        subclassed ? "CClientWindowImpl::SubclassProc" : "CClientWindowImpl::WindowProc", false,
+        [&] { return ProcessWindowMessage(window, message, wParam, lParam, result, 0); });
     // Creation and destruction always get the default processing, whatever a map did.
     if (message == WM_NCCREATE) {
         result = fallback();

@@ -63,6 +63,8 @@ protected:
     /// Passes a message to the map chained under `id`.
     bool ChainTo(DWORD id, HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                  LRESULT& result);
+    /// Lets go of the window without destroying it; the caller owns it from now on.
+    HWND TakeHandle() { return m_window.exchange(nullptr); }
     /// Counts a message in; a handler that did not handle it counts it out again.
     std::atomic<std::int32_t> m_inMessage{0};
 
@@ -81,7 +83,8 @@ private:
     /// 0 unattached, 1 made by this object, 2 subclassed.
     std::int32_t m_kind = 1;
     std::wstring m_className;
-    ovklib::CCriticalSection m_lock{0};
+    /// Held around class registration and creation only; no spinning for so rare a lock.
+    ovklib::CCriticalSection m_lock{/*spinCount=*/0};
     boost::shared_ptr<CClientWindowImpl> m_keepAlive;
     std::atomic<HWND> m_window{nullptr};
 };

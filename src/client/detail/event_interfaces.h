@@ -2,7 +2,7 @@
 #pragma once
 
 #include "client/detail/kvw_event.h"
-#include "client/detail/ox_records.h"
+#include "client/oxapp/ox_records.h"
 #include "client/ovk/interface.h"
 
 #include <cstdint>

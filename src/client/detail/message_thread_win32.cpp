@@ -1,13 +1,15 @@
 #include "client/detail/message_thread_win32.h"
 
 #include "client/detail/registered_messages_win32.h"
+#include "support/boundary.h"
 
 #include <stdexcept>
 
 namespace oxapp::detail {
 
 CS80ProxyWindow::~CS80ProxyWindow() {
-    if (HWND window = Handle(); window && IsWindow(window)) DestroyWindow(window);
+    // A window left behind (its thread was let go under the loader lock) goes with the object.
+    ovklib::CWindowHandle left(TakeHandle());
 }
 
 bool CS80ProxyWindow::ProcessWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
@@ -78,7 +80,8 @@ void CS80MessageThread::WaitSettled() {
 }
 
 void CS80MessageThread::Run(boost::weak_ptr<CS80ProxyWindow> weakProxy) {
-    try {
+    // Both failures end the thread; the boundary reports them.
+    qvx::CallAtBoundary("CS80MessageThread::Run", [&] {
         {
             boost::shared_ptr<CS80ProxyWindow> proxy = weakProxy.lock();
             if (!proxy) throw std::runtime_error("Proxy* is NULL");
@@ -92,7 +95,7 @@ void CS80MessageThread::Run(boost::weak_ptr<CS80ProxyWindow> weakProxy) {
             if (!created) throw std::runtime_error("Cannot create ProxyWindow");
         }
         for (;;) {
-            DWORD wait = MsgWaitForMultipleObjectsEx(0, nullptr, INFINITE, QS_ALLINPUT,
+            DWORD wait = MsgWaitForMultipleObjectsEx(/*nCount=*/0, nullptr, INFINITE, QS_ALLINPUT,
                                                      MWMO_ALERTABLE | MWMO_INPUTAVAILABLE);
             if (wait != WAIT_OBJECT_0) continue;
             MSG message;
@@ -102,15 +105,14 @@ void CS80MessageThread::Run(boost::weak_ptr<CS80ProxyWindow> weakProxy) {
             DispatchMessageW(&message);
             if (message.message == kEndThreadMessage) break;
         }
-    } catch (...) {
-        // The thread ends; nothing leaves it, and nobody is left waiting for the window.
-        if (boost::shared_ptr<CS80ProxyWindow> proxy = weakProxy.lock()) {
-            {
-                std::lock_guard<std::mutex> lock(proxy->m_mutex);
-                proxy->m_settled = true;
-            }
-            proxy->m_ready.notify_all();
+    });
+    // Nobody is left waiting for a window that will not come.
+    if (boost::shared_ptr<CS80ProxyWindow> proxy = weakProxy.lock()) {
+        {
+            std::lock_guard<std::mutex> lock(proxy->m_mutex);
+            proxy->m_settled = true;
         }
+        proxy->m_ready.notify_all();
     }
 }
 

@@ -18,7 +18,7 @@
 // client finds them itself.
 #pragma once
 
-#include "client/detail/ox_records.h"
+#include "client/oxapp/ox_records.h"
 
 #include <cstdint>
 

@@ -22,7 +22,10 @@ const CRegisteredMessages& ClientMessages();
 const CRegisteredMessages& ProxyMessages();
 
 /// Posted to a thread to end its message loop.
-inline constexpr UINT kEndThreadMessage = 0x401;
+inline constexpr UINT kEndThreadMessage = WM_USER + 1;
+/// Sent by the sync timer to the client window when the driver has not answered the sync
+/// query in time; private to the client window's class.
+inline constexpr UINT kSyncQueryUnansweredMessage = WM_APP + 1;
 /// The wParam of "CommandEvent" that asks for a reconnect.
 inline constexpr WPARAM kReconnectCommand = 27704;
 

@@ -3,16 +3,26 @@
 
 #include "client/detail/oxapp_shim.h"
 #include "client/detail/registered_messages_win32.h"
+#include "support/boundary.h"
 
 #include <psapi.h>
-
-#include <cstring>
 
 namespace oxapp::detail {
 
 namespace {
 
 constexpr const wchar_t* kWindowName = L"libovk::s80trans";
+constexpr const wchar_t* kLibraryName = L"oxappdll.dll";
+
+// The modes of OxOpen: what they mean is the library's; the client only picks one.
+constexpr std::int32_t kOpenModeWithMotion = 1;
+constexpr std::int32_t kOpenModeWithoutMotion = 9;
+constexpr std::int32_t kAnyDevice = -1;
+constexpr std::uint32_t kNoEventMask = 0;
+/// What OxGetEvent is asked for; the value is the library's.
+constexpr std::int32_t kGetEventFlags = 1;
+/// From this major version on, the driver keeps its connections through a restart.
+constexpr std::int32_t kDriverKeepsConnections = 17;
 
 using RegisterCallbackFn = std::int32_t (*)(OxEventCallback callback, void* context);
 using UnregisterCallbackFn = std::int32_t (*)();
@@ -36,13 +46,15 @@ CS80ClientImpl::CS80ClientImpl(const std::string& appName)
         ChangeWindowMessageFilter(message, MSGFLT_ADD);
     }
     m_driverVersion.major = 0;
-    m_module = ovk::shared_hmodule(LoadLibraryW(L"oxappdll.dll"));
+    m_module = ovk::shared_hmodule(LoadLibraryW(kLibraryName));
     if (m_appName.empty()) {
-        char name[260] = {};
-        if (GetModuleBaseNameA(GetCurrentProcess(), nullptr, name, 260) > 0) m_appName = name;
+        char name[MAX_PATH] = {};
+        if (GetModuleBaseNameA(GetCurrentProcess(), nullptr, name, MAX_PATH) > 0) m_appName = name;
     }
 }
 
+// The members finish the job in their order: the timers are cancelled, then the queue and
+// the lock go, then the message thread ends.
 CS80ClientImpl::~CS80ClientImpl() {
     if (m_window) {
         m_window->RemoveChainEntry(CClientWindowImpl::kClientChainId);
@@ -51,9 +63,6 @@ CS80ClientImpl::~CS80ClientImpl() {
     }
     m_weakSelf.reset();
     m_module.reset();
-    m_timers.DeleteTimer(m_syncTimer);
-    m_timers.DeleteTimer(m_motionTimer);
-    m_timers.Destroy();
 }
 
 HWND CS80ClientImpl::Window() const { return m_window ? m_window->Handle() : nullptr; }
@@ -79,13 +88,21 @@ bool CS80ClientImpl::Close() {
         m_window->Destroy();
         m_window.reset();
     }
+    m_timerWindow = nullptr;
     return true;
+}
+
+boost::shared_ptr<ovk::IObject> CS80ClientImpl::Self() {
+    boost::shared_ptr<ovk::IObject> self;
+    if (auto* object = dynamic_cast<ovk::IObject*>(this)) object->GetShared(self);
+    return self;
 }
 
 bool CS80ClientImpl::Connect() {
     if (!m_window) return false;
     HWND window = m_window->Handle();
     if (IsWindow(window)) {
+        m_timerWindow = window;
         if (!OxIsDriverAlive()) OxInitialize();
         if (OxIsDriverAlive()) {
             OxGetDriverInfo(&m_driverVersion);
@@ -95,22 +112,17 @@ bool CS80ClientImpl::Connect() {
                     reg(m_callback, this);
                 }
             }
-            auto* owner = dynamic_cast<ovk::ishared_from_intrusive*>(this);
-            try {
-                if (owner) m_weakSelf = owner->shared_from_intrusive();
-            } catch (...) {
-                m_weakSelf.reset();
-            }
+            m_weakSelf = Self();
             if (!m_weakSelf.lock()) return false;
 
-            std::int32_t mode = Has(kFlagMotion) ? 1 : 9;
+            std::int32_t mode = Has(kFlagMotion) ? kOpenModeWithMotion : kOpenModeWithoutMotion;
             if (Has(kFlagProxy)) {
                 m_thread.SetTarget(window);
                 window = m_thread.ProxyWindow();
             }
             OxWinData data{};
             OxOpenWinInit(&data, window);
-            m_handle = OxOpen(m_appName.c_str(), -1, 0, mode, &data);
+            m_handle = OxOpen(m_appName.c_str(), kAnyDevice, kNoEventMask, mode, &data);
             if (m_handle == 0) {
                 m_weakSelf.reset();
                 return false;
@@ -128,23 +140,18 @@ bool CS80ClientImpl::Disconnect() {
     m_weakSelf.reset();
     m_driverVersion.major = 0;
     if (m_callback) {
-        // A module of its own, so that the unregistration does not depend on m_module.
-        if (HMODULE module = LoadLibraryW(L"oxappdll.dll")) {
-            if (auto unreg = FindEntry<UnregisterCallbackFn>(module, "UnregisterCallback")) {
-                unreg();
-            }
-            FreeLibrary(module);
+        // A reference of its own, so that the unregistration does not depend on m_module.
+        ovklib::CModuleHandle module(LoadLibraryW(kLibraryName));
+        if (auto unreg = FindEntry<UnregisterCallbackFn>(module.Get(), "UnregisterCallback")) {
+            unreg();
         }
     }
-    m_timers.DeleteTimer(m_syncTimer);
-    m_timers.DeleteTimer(m_motionTimer);
+    m_syncTimer.Cancel();
+    m_motionTimer.Cancel();
     OxHandle old = m_handle;
     m_handle = 0;
     if (old == 0) return true;
-    try {
-        if (OxIsDriverAlive()) OxClose(old);
-    } catch (...) {
-    }
+    if (OxIsDriverAlive()) OxClose(old);
     return true;
 }
 
@@ -161,6 +168,7 @@ bool CS80ClientImpl::ReportDevice() {
 bool CS80ClientImpl::ProcessWindowMessage(HWND, UINT message, WPARAM wParam, LPARAM lParam,
                                           LRESULT& result, DWORD) {
     const CRegisteredMessages& messages = ClientMessages();
+    // None of these handlers stops the default processing of creation and destruction.
     if (message == WM_NCCREATE) {
         Connect();
         return false;
@@ -170,6 +178,7 @@ bool CS80ClientImpl::ProcessWindowMessage(HWND, UINT message, WPARAM wParam, LPA
         Disconnect();
         return false;
     }
+    // A registration that failed leaves 0, which must not match WM_NULL.
     if (message == 0) return false;
     if (message == messages.event) {
         result = HandleEventMessage(message, wParam, lParam);
@@ -189,6 +198,10 @@ bool CS80ClientImpl::ProcessWindowMessage(HWND, UINT message, WPARAM wParam, LPA
         result = HandleSyncMessage(wParam);
         return true;
     }
+    if (message == kSyncQueryUnansweredMessage) {
+        result = SyncQueryUnanswered();
+        return true;
+    }
     return false;
 }
 
@@ -198,16 +211,19 @@ std::int32_t CS80ClientImpl::HandleEventMessage(UINT message, WPARAM wParam, LPA
     OxEventData data{};
     OxGetEventWinInit(&data, message, wParam, lParam);
     CKvwEvent event;
-    if (OxGetEvent(m_handle, 1, &data, &event) != kOxIsEvent) return 0;
+    if (OxGetEvent(m_handle, kGetEventFlags, &data, &event) != kOxIsEvent) return 0;
     return DispatchEvent(event);
 }
 
 void CS80ClientImpl::HandleReconnect(WPARAM wParam) {
-    auto self = m_weakSelf.lock();
-    if (!self) return;
     if (wParam != kReconnectCommand) return;
-    // A driver from major version 17 on keeps its connections through a restart.
-    if (m_driverVersion.major >= 17) return;
+    // Unlike the event messages, the request is heard while the client waits unconnected
+    // (after a failed connect m_weakSelf is empty): it is how a restarted driver is found.
+    // The object is held through its complete form instead; it is empty only while the
+    // object is being destroyed.
+    auto self = Self();
+    if (!self) return;
+    if (m_driverVersion.major >= kDriverKeepsConnections) return;
     Disconnect();
     Connect();
 }

@@ -4,10 +4,12 @@
 //
 // Threads: Create, Close and the ICfg, ISync and IUI operations run on the plug-in's main
 // thread, which owns the client window and runs every handler of its messages. The library
-// may call the callback entry on a thread of its own; the timers run on the timer queue's
-// thread and post or send a message, so their effect lands on the window's thread. Only the
-// stored motion event is locked; the weak self reference, locked on every entry, is what
-// keeps the object alive while an event is handled.
+// may call the callback entry on a thread of its own. The timers run on the timer queue's
+// threads and only address the client window by its handle, with a posted or sent message,
+// so their effect lands on the window's thread and a timer that fires after the client is
+// gone touches nothing of it. Only the stored motion event is locked; the weak self
+// reference, locked on every event entry, is what keeps the object alive while an event is
+// handled, and what silences the event messages once the client has disconnected.
 #pragma once
 
 #include "client/detail/client_interfaces.h"
@@ -15,7 +17,9 @@
 #include "client/detail/event_interfaces.h"
 #include "client/detail/kvw_event.h"
 #include "client/detail/message_thread_win32.h"
+#include "client/oxapp/client_flags.h"
 #include "client/ovk/shared_hmodule_win32.h"
+#include "support/queue_timer.h"
 #include "support/timer_queue.h"
 #include "support/win32_handles.h"
 #include "support/windows_api.h"
@@ -23,6 +27,7 @@
 #include <boost/shared_ptr.hpp>
 #include <boost/weak_ptr.hpp>
 
+#include <atomic>
 #include <cstdint>
 #include <string>
 
@@ -32,17 +37,6 @@
 #endif
 
 namespace oxapp::detail {
-
-/// What a client receives and shares; every bit is tested where its event arrives.
-enum ClientFlags : std::uint32_t {
-    kFlagMotion = 0x01,         ///< motion and zero events; without it the driver opens mode 9
-    kFlagKeys = 0x02,           ///< key events
-    kFlagSyncState = 0x04,      ///< axes, filters and orientation take part in the sync
-    kFlagSyncFunctions = 0x08,  ///< the function list takes part in the sync
-    kFlagCommands = 0x10,       ///< commands and configuration changes
-    kFlagCallback = 0x20,       ///< the library's callback; with commands also the grab id
-    kFlagProxy = 0x40,          ///< the driver talks to the proxy window on the message thread
-};
 
 class CS80ClientImpl : public IClient,
                        public ICfg,
@@ -94,15 +88,27 @@ public:
                             std::uint32_t type) override;
     bool SetUiMode(std::int32_t mode) override;
 
-    /// The client window's message map, chained under 234.
+    /// The client window's message map, chained under CClientWindowImpl::kClientChainId.
     bool ProcessWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                               LRESULT& result, DWORD mapId) override;
 
-    /// Sorts one event by type and runs it: nonzero when it was taken.
+    /// Sorts one event by type and runs it: nonzero when it was taken. An exception from a
+    /// slot stops here and counts as "not taken".
     std::int32_t DispatchEvent(const CKvwEvent& event);
 
-    /// The library's callback entry: 0 when the event was taken, -1 when not.
+    /// The library's callback entry: 0 when the event was taken, -1 when not or when the
+    /// client has disconnected. Never throws.
     static std::int32_t CallbackEntry(const OxKvwEvent* event, void* context);
+
+    /// The periods of the client's one-shot timers, in milliseconds.
+    struct TimerPeriods {
+        DWORD syncQuery = 2000;     ///< the driver's answer to the sync query is waited for
+        DWORD nextFunction = 1000;  ///< the pause between two function answers
+        DWORD motionEnd = 50;       ///< a zero event becomes the end of motion
+    };
+    /// For tests: the periods of every client's timers from now on, and a function that every
+    /// timer callback runs first (null for none; it may throw).
+    static void SetTimersForTest(const TimerPeriods& periods, void (*probe)());
 
     // For the owner and tests.
     OxHandle Connection() const { return m_handle; }
@@ -139,9 +145,21 @@ private:
     bool ReadDeviceInfo(OxDeviceInfo& info);
     std::uint32_t ModuleNameSum();
     bool Has(std::uint32_t flags) const { return (m_flags & flags) != 0; }
-    static void CALLBACK OnSyncTimer(void* context, BOOLEAN);
-    static void CALLBACK OnSyncAnswerTimer(void* context, BOOLEAN);
-    static void CALLBACK OnMotionTimer(void* context, BOOLEAN);
+    /// A strong reference to the complete object; empty while it is being destroyed.
+    boost::shared_ptr<ovk::IObject> Self();
+    /// The sync query's time is up: the client gives itself the go-ahead.
+    std::int32_t SyncQueryUnanswered();
+    static TimerPeriods TimerPeriodsInForce();
+    /// Runs the tests' probe, if one is set.
+    static void RunTimerProbe();
+    // The timer callbacks. Their context is the client window's handle, never the client.
+    static void CALLBACK OnSyncTimer(void* window, BOOLEAN);
+    static void CALLBACK OnSyncAnswerTimer(void* window, BOOLEAN);
+    static void CALLBACK OnMotionTimer(void* window, BOOLEAN);
+
+    /// The motion path copies a whole record under this lock; spinning first is cheaper than
+    /// sleeping for so short a hold.
+    static constexpr DWORD kEventLockSpinCount = 4000;
 
     std::string m_appName;
     std::uint32_t m_flags = 0;
@@ -152,16 +170,20 @@ private:
     OxHandle m_handle = 0;
     std::uint32_t m_syncId = 0;
     std::uint32_t m_deviceType = 0;
-    ovklib::CCriticalSection m_eventLock{4000};
+    ovklib::CCriticalSection m_eventLock{kEventLockSpinCount};
     ovklib::CTimerQueue m_timers;
-    HANDLE m_syncTimer = nullptr;
-    HANDLE m_motionTimer = nullptr;
+    // Declared after the queue, so that they are cancelled before it goes.
+    ovklib::CQueueTimer m_syncTimer;
+    ovklib::CQueueTimer m_motionTimer;
     std::int32_t m_functionCount = 0;
     CKvwEvent m_current;
+    /// A zero event of the data model that nothing reads yet.
     CKvwEvent m_spare;
     OxVersionInfo m_driverVersion{};
     ovk::shared_hmodule m_module;
     boost::weak_ptr<ovk::IObject> m_weakSelf;
+    /// The client window as the timers address it; read on any thread that starts a timer.
+    std::atomic<HWND> m_timerWindow{nullptr};
 };
 
 }  // namespace oxapp::detail

@@ -3,6 +3,7 @@
 
 #include "client/detail/oxapp_shim.h"
 #include "client/detail/registered_messages_win32.h"
+#include "support/boundary.h"
 
 #include <cstring>
 #include <mutex>
@@ -12,60 +13,58 @@ namespace oxapp::detail {
 namespace {
 
 constexpr std::size_t kCommandLength = sizeof(OxKvwCommand::command);
-constexpr DWORD kMotionEndMs = 50;
+constexpr std::int32_t kCallbackTaken = 0;
+constexpr std::int32_t kCallbackNotTaken = -1;
 
 }  // namespace
 
 std::int32_t CS80ClientImpl::CallbackEntry(const OxKvwEvent* event, void* context) {
-    if (!context || !event) return -1;
-    auto* self = static_cast<CS80ClientImpl*>(context);
-    try {
+    return qvx::CallAtBoundary("CS80ClientImpl::CallbackEntry", kCallbackNotTaken, [&] {
+        if (!context || !event) return kCallbackNotTaken;
+        auto* self = static_cast<CS80ClientImpl*>(context);
         // Holds the object alive while the event runs, even if its last owner lets go.
         auto alive = self->m_weakSelf.lock();
-        if (!alive) return -1;
+        if (!alive) return kCallbackNotTaken;
         CKvwEvent copy(*event);
-        return self->DispatchEvent(copy) != 0 ? 0 : -1;
-    } catch (...) {
-        return -1;
-    }
+        return self->DispatchEvent(copy) != 0 ? kCallbackTaken : kCallbackNotTaken;
+    });
 }
 
 std::int32_t CS80ClientImpl::DispatchEvent(const CKvwEvent& event) {
-    try {
+    // A slot's failure stays here: the driver gets "not taken".
+    return qvx::CallAtBoundary("CS80ClientImpl::DispatchEvent", std::int32_t{0}, [&] {
         switch (event.NormalisedType()) {
-            case 1:
+            case kOxEventKeyQuery:
                 return Has(kFlagKeys) ? 1 : 0;
-            case 2:
+            case kOxEventMotion:
                 if (!Has(kFlagMotion)) return 0;
-                m_timers.DeleteTimer(m_motionTimer);
+                m_motionTimer.Cancel();
                 DeliverMotion(event);
                 return 1;
-            case 4:
+            case kOxEventZeroMotion:
                 return Has(kFlagMotion) ? ZeroMotion() : 0;
-            case 10:
+            case kOxEventCommand:
                 return Has(kFlagCommands) ? Command(event) : 0;
-            case 11:
+            case kOxEventSync:
                 return HandleSync(event);
-            case 12:
-            case 13:
+            case kOxEventKeyDown:
+            case kOxEventKeyUp:
                 if (!Has(kFlagKeys)) return 0;
-                ClientEvents().OnKey(m_handle, event.key.key, event.NormalisedType() == 12);
+                ClientEvents().OnKey(m_handle, event.key.key,
+                                     event.NormalisedType() == kOxEventKeyDown);
                 return 1;
-            case 17:
+            case kOxEventMatrixCommand:
                 return Has(kFlagKeys | kFlagCommands) ? MatrixCommand(event) : 0;
-            case 19:
+            case kOxEventValueChanged:
                 if (!Has(kFlagCommands)) return 0;
                 CfgEvents().OnValueChanged(m_handle);
                 return 1;
-            case 20:
+            case kOxEventConnectionChanged:
                 return ConnectionChanged();
             default:
                 return 0;
         }
-    } catch (...) {
-        // A slot's failure stays here: the driver gets "not taken".
-        return 0;
-    }
+    });
 }
 
 void CS80ClientImpl::DeliverMotion(const OxKvwEvent& event) {
@@ -84,23 +83,26 @@ void CS80ClientImpl::DeliverMotion(const OxKvwEvent& event) {
 }
 
 std::int32_t CS80ClientImpl::ZeroMotion() {
-    m_timers.DeleteTimer(m_motionTimer);
+    m_motionTimer.Cancel();
     bool atRest = false;
     {
         std::lock_guard<ovklib::CCriticalSection> guard(m_eventLock);
-        atRest = m_current.NormalisedType() == 4;
+        atRest = m_current.NormalisedType() == kOxEventZeroMotion;
     }
     if (atRest) return 1;
-    // The end of motion is reported 50 ms later unless motion comes back first.
-    m_timers.CreateTimer(m_motionTimer, &CS80ClientImpl::OnMotionTimer, this, kMotionEndMs, 0,
-                         WT_EXECUTEONLYONCE);
+    // The end of motion is reported a moment later unless motion comes back first.
+    m_motionTimer.Start(m_timers, &CS80ClientImpl::OnMotionTimer, m_timerWindow.load(),
+                        TimerPeriodsInForce().motionEnd, /*periodMs=*/0, WT_EXECUTEONLYONCE);
     return 0;
 }
 
-void CALLBACK CS80ClientImpl::OnMotionTimer(void* context, BOOLEAN) {
-    auto* self = static_cast<CS80ClientImpl*>(context);
-    self->m_timers.DeleteTimer(self->m_motionTimer);
-    if (HWND window = self->Window()) PostMessageW(window, ClientMessages().motionEnd, 0, 0);
+void CALLBACK CS80ClientImpl::OnMotionTimer(void* window, BOOLEAN) {
+    qvx::CallAtBoundary("CS80ClientImpl::OnMotionTimer", [&] {
+        RunTimerProbe();
+        // The fired timer stays held until the slot is started again or cancelled. A window
+        // that is gone makes the post fail, and nothing else is touched.
+        if (window) PostMessageW(static_cast<HWND>(window), ClientMessages().motionEnd, 0, 0);
+    });
 }
 
 std::int32_t CS80ClientImpl::Command(const OxKvwEvent& event) {

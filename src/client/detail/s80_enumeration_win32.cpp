@@ -11,6 +11,9 @@ constexpr DWORD kVendorA = 0x7A10;
 constexpr DWORD kVendorB = 0x7A20;
 constexpr DWORD kFirstProductB = 0x50E0;
 constexpr DWORD kLastProductB = 0x5106;
+// Six-axis devices report themselves as multi-axis controllers of the generic desktop page.
+constexpr USHORT kGenericDesktopPage = 1;
+constexpr USHORT kMultiAxisControllerUsage = 8;
 
 /// The products of the attached six-axis devices, in the system's order.
 std::vector<DWORD> AttachedProducts() {
@@ -36,7 +39,10 @@ std::vector<DWORD> AttachedProducts() {
         bool ours = hid.dwVendorId == kVendorA ||
                     (hid.dwVendorId == kVendorB && hid.dwProductId >= kFirstProductB &&
                      hid.dwProductId <= kLastProductB);
-        if (ours && hid.usUsagePage == 1 && hid.usUsage == 8) products.push_back(hid.dwProductId);
+        if (ours && hid.usUsagePage == kGenericDesktopPage &&
+            hid.usUsage == kMultiAxisControllerUsage) {
+            products.push_back(hid.dwProductId);
+        }
     }
     return products;
 }

@@ -4,20 +4,31 @@
 
 #include "client/detail/oxapp_shim.h"
 #include "client/detail/registered_messages_win32.h"
+#include "support/boundary.h"
 
 #include <psapi.h>
 
+#include <atomic>
 #include <cwctype>
 
 namespace oxapp::detail {
 
 namespace {
 
-constexpr DWORD kSyncQueryMs = 2000;
-constexpr DWORD kNextFunctionMs = 1000;
-constexpr std::uint32_t kSyncCommand = 1;
-constexpr std::uint32_t kSyncAnswer = 3;
-constexpr std::uint32_t kFullSync = 2;
+// The driver's three filters, numbered from 1.
+constexpr std::int32_t kFirstFilter = 1;
+constexpr std::int32_t kLastFilter = 3;
+/// What the overall scale reads when the driver does not say.
+constexpr float kDefaultScaleOverall = 0.25f;
+/// The room given to a function's name when the driver is first asked.
+constexpr std::uint32_t kFunctionNameSize = 50;
+
+// The timers' settings, shared by every client and changed only by tests.
+const CS80ClientImpl::TimerPeriods kDefaultPeriods;
+std::atomic<DWORD> g_syncQueryMs{kDefaultPeriods.syncQuery};
+std::atomic<DWORD> g_nextFunctionMs{kDefaultPeriods.nextFunction};
+std::atomic<DWORD> g_motionEndMs{kDefaultPeriods.motionEnd};
+std::atomic<void (*)()> g_timerProbe{nullptr};
 
 /// One function of the driver's list, as the sync exchange reads it.
 #pragma pack(push, 2)
@@ -30,34 +41,59 @@ static_assert(sizeof(SyncFunctionRecord) == 546);
 
 }  // namespace
 
+void CS80ClientImpl::SetTimersForTest(const TimerPeriods& periods, void (*probe)()) {
+    g_syncQueryMs = periods.syncQuery;
+    g_nextFunctionMs = periods.nextFunction;
+    g_motionEndMs = periods.motionEnd;
+    g_timerProbe = probe;
+}
+
+CS80ClientImpl::TimerPeriods CS80ClientImpl::TimerPeriodsInForce() {
+    return TimerPeriods{g_syncQueryMs.load(), g_nextFunctionMs.load(), g_motionEndMs.load()};
+}
+
+void CS80ClientImpl::RunTimerProbe() {
+    if (auto probe = g_timerProbe.load()) probe();
+}
+
 void CS80ClientImpl::StartSyncExchange() {
     if (!Has(kFlagSyncState | kFlagSyncFunctions) || m_handle == 0) return;
     OxSyncSendQuery(m_handle);
-    // A driver that does not answer is given 2 s; then the client goes ahead by itself.
-    m_timers.CreateTimer(m_syncTimer, &CS80ClientImpl::OnSyncTimer, this, kSyncQueryMs, 0,
-                         WT_EXECUTEONLYONCE);
+    // A driver that does not answer is given a while; then the client goes ahead by itself.
+    m_syncTimer.Start(m_timers, &CS80ClientImpl::OnSyncTimer, m_timerWindow.load(),
+                      TimerPeriodsInForce().syncQuery, /*periodMs=*/0, WT_EXECUTEONLYONCE);
 }
 
-void CALLBACK CS80ClientImpl::OnSyncTimer(void* context, BOOLEAN) {
-    auto* self = static_cast<CS80ClientImpl*>(context);
-    self->m_timers.DeleteTimer(self->m_syncTimer);
-    std::uint32_t sum = self->ModuleNameSum();
-    if (HWND window = self->Window()) {
-        SendMessageW(window, ClientMessages().sync, static_cast<WPARAM>(sum << 16 | kFullSync), 0);
-    }
+void CALLBACK CS80ClientImpl::OnSyncTimer(void* window, BOOLEAN) {
+    qvx::CallAtBoundary("CS80ClientImpl::OnSyncTimer", [&] {
+        RunTimerProbe();
+        // Handled ahead of posted messages, as a sent one is, but the timer's thread does not
+        // wait: the window's thread may be deleting the timer queue just then, which waits
+        // for running callbacks. A window that is gone makes the call fail at once.
+        if (window) {
+            SendNotifyMessageW(static_cast<HWND>(window), kSyncQueryUnansweredMessage, 0, 0);
+        }
+    });
 }
 
-void CALLBACK CS80ClientImpl::OnSyncAnswerTimer(void* context, BOOLEAN) {
-    auto* self = static_cast<CS80ClientImpl*>(context);
-    self->m_timers.DeleteTimer(self->m_syncTimer);
+void CALLBACK CS80ClientImpl::OnSyncAnswerTimer(void*, BOOLEAN) {
+    // The pause between two function answers ends with nothing to do: the fired timer stays
+    // held until the slot is started again or cancelled.
+    qvx::CallAtBoundary("CS80ClientImpl::OnSyncAnswerTimer", [] { RunTimerProbe(); });
+}
+
+std::int32_t CS80ClientImpl::SyncQueryUnanswered() {
+    m_syncTimer.Cancel();
+    std::uint32_t sum = ModuleNameSum();
+    return HandleSyncMessage(static_cast<WPARAM>(sum << 16 | kOxSyncFull));
 }
 
 std::uint32_t CS80ClientImpl::ModuleNameSum() {
     if (m_syncId != 0) return m_syncId;
-    wchar_t name[260] = {};
-    GetModuleBaseNameW(GetCurrentProcess(), nullptr, name, 260);
+    wchar_t name[MAX_PATH] = {};
+    GetModuleBaseNameW(GetCurrentProcess(), nullptr, name, MAX_PATH);
     std::uint32_t sum = 0;
-    for (std::size_t i = 0; i < 260; ++i) {
+    for (std::size_t i = 0; i < MAX_PATH; ++i) {
         if (name[i] == 0) {
             m_syncId = sum;
             return m_syncId;
@@ -72,9 +108,9 @@ std::int32_t CS80ClientImpl::HandleSyncMessage(WPARAM wParam) {
     auto self = m_weakSelf.lock();
     if (!self) return 0;
     OxKvwEvent event{};
-    event.type = 11;
+    event.type = kOxEventSync;
     event.sync.syncId = static_cast<std::uint32_t>(wParam >> 16 & 0xFFFF);
-    event.sync.kind = kSyncCommand;
+    event.sync.kind = kOxSyncCommand;
     event.sync.code = static_cast<std::uint32_t>(wParam & 0xFFFF);
     // Sent from another thread and not yet replied to: let the sender go on at once.
     if ((InSendMessageEx(nullptr) & (ISMEX_REPLIED | ISMEX_SEND)) == ISMEX_SEND) ReplyMessage(1);
@@ -82,15 +118,15 @@ std::int32_t CS80ClientImpl::HandleSyncMessage(WPARAM wParam) {
 }
 
 std::int32_t CS80ClientImpl::HandleSync(const OxKvwEvent& event) {
-    if (event.sync.kind == kSyncCommand) {
-        return event.sync.code == kFullSync ? FullSync(event) : 0;
+    if (event.sync.kind == kOxSyncCommand) {
+        return event.sync.code == kOxSyncFull ? FullSync(event) : 0;
     }
-    if (event.sync.kind == kSyncAnswer) return SyncAnswer(event);
+    if (event.sync.kind == kOxSyncAnswer) return SyncAnswer(event);
     return 0;
 }
 
 std::int32_t CS80ClientImpl::FullSync(const OxKvwEvent& event) {
-    m_timers.DeleteTimer(m_syncTimer);
+    m_syncTimer.Cancel();
     m_syncId = event.sync.syncId;
     if (!Has(kFlagSyncState | kFlagSyncFunctions)) return 0;
     std::int32_t result = 0;
@@ -98,7 +134,7 @@ std::int32_t CS80ClientImpl::FullSync(const OxKvwEvent& event) {
     std::int32_t minor = 0;
     OxSyncGetVersion(m_handle, &major, &minor);
     if (Has(kFlagSyncState)) {
-        for (std::int32_t filter = 1; filter <= 3; ++filter) {
+        for (std::int32_t filter = kFirstFilter; filter <= kLastFilter; ++filter) {
             std::int32_t state = 0;
             if (OxSyncGetFilter(m_handle, filter, &state) == kOxNoError) {
                 SyncEvents().OnFilter(&state);
@@ -108,7 +144,7 @@ std::int32_t CS80ClientImpl::FullSync(const OxKvwEvent& event) {
     }
     // The overall scale goes with motion, not with the sync state.
     if (Has(kFlagMotion)) {
-        float scale = 0.25f;
+        float scale = kDefaultScaleOverall;
         if (OxSyncGetScaleOverall(m_handle, &scale) == kOxNoError) {
             SyncEvents().OnScaleOverall(scale);
             result |= 1;
@@ -129,11 +165,11 @@ std::int32_t CS80ClientImpl::FullSync(const OxKvwEvent& event) {
             SyncEvents().OnFunctionCount(count);
             result |= 1;
         } else {
-            m_timers.DeleteTimer(m_syncTimer);
+            m_syncTimer.Cancel();
         }
         SyncFunctionRecord record;
         for (std::int32_t index = 1; index <= m_functionCount; ++index) {
-            std::uint32_t size = 50;
+            std::uint32_t size = kFunctionNameSize;
             std::int32_t error = OxSyncGetFunction(m_handle, index, &record.id, record.kind, &size);
             if (error == kOxNotEnoughMemory) {
                 error = OxSyncGetFunction(m_handle, index, &record.id, record.kind, &size);
@@ -154,39 +190,40 @@ std::int32_t CS80ClientImpl::SyncAnswer(const OxKvwEvent& event) {
     const bool functions = Has(kFlagSyncFunctions);
     const bool state = Has(kFlagSyncState);
     switch (event.sync.code) {
-        case 4:
+        case kOxSyncFunctionCount:
             if (!functions) return 0;
             m_functionCount = static_cast<std::int32_t>(value);
             SyncEvents().OnFunctionCount(m_functionCount);
             return 1;
-        case 5:
+        case kOxSyncFunction:
             if (!functions) return 0;
-            m_timers.DeleteTimer(m_syncTimer);
+            m_syncTimer.Cancel();
             SyncEvents().OnFunction(&event);
             if (static_cast<std::int32_t>(value) == m_functionCount) {
                 ReportDevice();
             } else {
-                m_timers.CreateTimer(m_syncTimer, &CS80ClientImpl::OnSyncAnswerTimer, this,
-                                     kNextFunctionMs, 0, WT_EXECUTEONLYONCE);
+                m_syncTimer.Start(m_timers, &CS80ClientImpl::OnSyncAnswerTimer, nullptr,
+                                  TimerPeriodsInForce().nextFunction, /*periodMs=*/0,
+                                  WT_EXECUTEONLYONCE);
             }
             return 1;
-        case 6:
+        case kOxSyncButtonAssignment:
             if (!functions) return 0;
             SyncEvents().OnButtonAssignment(&event);
             return 1;
-        case 10:
+        case kOxSyncOrientation:
             if (!state) return 0;
             SyncEvents().OnOrientation(&event);
             return 1;
-        case 11:
+        case kOxSyncFilter:
             if (!state) return 0;
             SyncEvents().OnFilter(&event);
             return 1;
-        case 12:
+        case kOxSyncAxesState:
             if (!state) return 0;
             SyncEvents().OnAxesState(static_cast<std::int32_t>(value));
             return 1;
-        case 14:
+        case kOxSyncScaleOverall:
             if (!state) return 0;
             SyncEvents().OnScaleOverall(static_cast<double>(value));
             return 1;

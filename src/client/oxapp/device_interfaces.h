@@ -2,7 +2,7 @@
 // its application configuration values, its user interface, its sensor and its keyboard.
 #pragma once
 
-#include "client/detail/ox_records.h"
+#include "client/oxapp/ox_records.h"
 #include "client/ovk/interface.h"
 
 #include <cstdint>

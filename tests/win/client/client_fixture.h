@@ -3,27 +3,33 @@
 #pragma once
 
 #include "client/detail/registered_messages_win32.h"
+#include "client/detail/smart_s80_device_win32.h"
+#include "client/oxapp/client_flags.h"
 #include "client/oxapp/signal_interfaces.h"
-#include "client/oxapp/smart_s80_device_win32.h"
 #include "client/ovk/interface_ptr.h"
 #include "tests/win/shim/shim_fixture.h"
 
-#include <chrono>
 #include <cstring>
+#include <functional>
 #include <string>
 #include <thread>
 #include <vector>
 
 namespace qvx::testing {
 
+/// The flags the plug-in opens its device with.
+inline constexpr std::uint32_t kPluginFlags = oxapp::kFlagCommands | oxapp::kFlagCallback;
+
 class ClientTest : public ShimTest {
 protected:
     void TearDown() override {
         m_object.reset();
+        oxapp::detail::CS80ClientImpl::SetTimersForTest({}, nullptr);
+        PumpPending();
         ShimTest::TearDown();
     }
 
-    /// Makes the device with `flags` (the plug-in passes 48); the test keeps it.
+    /// Makes the device with `flags` (the plug-in passes kPluginFlags); the test keeps it.
     oxapp::CSmartS80Device& Open(std::uint32_t flags) {
         m_device = new oxapp::CSmartS80Device(flags);
         m_object = ovk::interface_ptr<ovk::IObject>(
@@ -31,14 +37,30 @@ protected:
         return *m_device;
     }
 
-    /// Handles this thread's messages for `ms` milliseconds.
-    static void Pump(unsigned ms) {
-        auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(ms);
-        do {
-            MSG message;
-            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
-            std::this_thread::sleep_for(std::chrono::milliseconds(2));
-        } while (std::chrono::steady_clock::now() < end);
+    /// Handles the messages that wait for this thread now, posted and sent; waits for none.
+    static void PumpPending() {
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    }
+
+    /// Handles this thread's messages as they come until `done` holds; false when it still
+    /// does not after `timeoutMs`. Sleeps only while no message is there.
+    static bool PumpUntil(const std::function<bool()>& done, DWORD timeoutMs = 5000) {
+        ULONGLONG deadline = GetTickCount64() + timeoutMs;
+        for (;;) {
+            PumpPending();
+            if (done()) return true;
+            ULONGLONG now = GetTickCount64();
+            if (now >= deadline) return false;
+            MsgWaitForMultipleObjectsEx(/*nCount=*/0, nullptr, static_cast<DWORD>(deadline - now),
+                                        QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+        }
+    }
+
+    /// Handles this thread's messages for `ms` milliseconds, for tests that show that
+    /// something does not happen within a time; keep `ms` short.
+    static void PumpFor(DWORD ms) {
+        PumpUntil([] { return false; }, ms);
     }
 
     /// The context the client registers with its callback: its transport half.

@@ -15,7 +15,7 @@ bool LogHas(simdriver::CSimDriverControl& driver, const std::string& text) {
 
 TEST_F(ClientTest, PluginsFlagsOpenForCommandsWithoutMotionUnderTheProgramsName) {
     auto& driver = Hold(L"full");
-    auto& device = Open(48);
+    auto& device = Open(kPluginFlags);
     EXPECT_EQ(device.Flags(), 0x34u) << "the sync state bit is always added";
     ASSERT_NE(device.Connection(), 0u);
     EXPECT_EQ(driver.SimDriverConnectionCount(), 1u);
@@ -32,7 +32,7 @@ TEST_F(ClientTest, PluginsFlagsOpenForCommandsWithoutMotionUnderTheProgramsName)
     EXPECT_EQ(GetParent(window), nullptr);
     EXPECT_FALSE(IsWindowVisible(window));
 
-    EXPECT_FALSE(device.Create(nullptr, 48)) << "one window per client";
+    EXPECT_FALSE(device.Create(nullptr, kPluginFlags)) << "one window per client";
     EXPECT_EQ(driver.SimDriverConnectionCount(), 1u);
 
     OxVersionInfo version{};
@@ -66,14 +66,13 @@ TEST_F(ClientTest, MotionAndProxyFlagsChangeTheModeAndTheWindowTheDriverTalksTo)
     proxy = FindWindowW(L"s80_proxy", nullptr);
     std::uint32_t opens = driver.SimDriverCallCount("OxOpen");
     PostMessageW(proxy, ClientMessages().command, 27704, 0);
-    Pump(200);
-    EXPECT_EQ(driver.SimDriverCallCount("OxOpen"), opens + 1);
+    EXPECT_TRUE(PumpUntil([&] { return driver.SimDriverCallCount("OxOpen") == opens + 1; }));
 }
 
 TEST_F(ClientTest, ReconnectOnlyOnItsCodeAndOnlyForDriversBelowSeventeen) {
     auto& driver = Hold(L"full");
     driver.SimDriverSetVersion(16, 2, 0);
-    auto& device = Open(48);
+    auto& device = Open(kPluginFlags);
     HWND window = device.Window();
     OxHandle first = device.Connection();
     ASSERT_NE(first, 0u);
@@ -86,7 +85,7 @@ TEST_F(ClientTest, ReconnectOnlyOnItsCodeAndOnlyForDriversBelowSeventeen) {
 
     device.Close();
     driver.SimDriverSetVersion(17, 0, 0);
-    auto& modern = Open(48);
+    auto& modern = Open(kPluginFlags);
     OxHandle kept = modern.Connection();
     SendMessageW(modern.Window(), ClientMessages().command, 27704, 0);
     EXPECT_EQ(modern.Connection(), kept) << "a modern driver keeps its connections";
@@ -94,7 +93,7 @@ TEST_F(ClientTest, ReconnectOnlyOnItsCodeAndOnlyForDriversBelowSeventeen) {
 
 TEST_F(ClientTest, DriverThatRestartsIsFoundAgainOnItsReconnectRequest) {
     auto& driver = Hold(L"full");
-    auto& device = Open(48);
+    auto& device = Open(kPluginFlags);
     ASSERT_NE(device.Connection(), 0u);
     driver.SimDriverStop();
     driver.SimDriverStart();
@@ -104,23 +103,63 @@ TEST_F(ClientTest, DriverThatRestartsIsFoundAgainOnItsReconnectRequest) {
     EXPECT_EQ(driver.SimDriverHasCallback(), 1);
 }
 
-TEST_F(ClientTest, FailedReconnectLeavesTheClientDeafToLaterMessages) {
+/// A client that could not reconnect waits: the driver's events find nobody, but the next
+/// reconnect request is heard.
+class WaitingClientTest : public ListeningTest {
+protected:
+    /// Events of every road after the failed reconnect are dropped.
+    void ExpectDeafToEvents(simdriver::CSimDriverControl& driver) {
+        auto press = Command("ProCmdViewRefit", true);
+        SendMessageW(m_device->Window(), ClientMessages().event, 1, 0);
+        EXPECT_EQ(oxapp::detail::CS80ClientImpl::CallbackEntry(&press, Context(*m_device)), -1);
+        SendMessageW(m_device->Window(), ClientMessages().sync, 0x00010002, 0);
+        EXPECT_TRUE(commands.empty());
+        EXPECT_EQ(driver.SimDriverCallCount("OxGetEvent"), 0u);
+        EXPECT_EQ(driver.SimDriverCallCount("OxSyncGetFilter"), 0u);
+    }
+
+    /// The driver announces itself; the client is connected and hears commands again.
+    void ExpectFoundAgain(simdriver::CSimDriverControl& driver) {
+        EXPECT_EQ(driver.SimDriverPostCommandEvent(27704), 1u);
+        ASSERT_TRUE(PumpUntil([&] { return m_device->Connection() != 0; }));
+        EXPECT_EQ(driver.SimDriverConnectionCount(), 1u);
+        EXPECT_EQ(driver.SimDriverHasCallback(), 1);
+        auto press = Command("ProCmdViewRefit", true);
+        EXPECT_EQ(driver.SimDriverSendEvent(&press), 1u);
+        EXPECT_TRUE(PumpUntil([&] { return !commands.empty(); }));
+    }
+};
+
+TEST_F(WaitingClientTest, ReconnectWhileTheDriverIsDownWaitsForItsNextAnnouncement) {
     auto& driver = Hold(L"full");
-    auto& device = Open(48);
+    auto& device = Open(kPluginFlags);
+    Listen();
     driver.SimDriverStop();
     SendMessageW(device.Window(), ClientMessages().command, 27704, 0);
-    EXPECT_EQ(device.Connection(), 0u);
-    // Nothing holds the object for an entry any more: every registered message is dropped.
+    ASSERT_EQ(device.Connection(), 0u);
+    driver.SimDriverClearLog();
+    ExpectDeafToEvents(driver);
+
     driver.SimDriverStart();
+    ExpectFoundAgain(driver);
+}
+
+TEST_F(WaitingClientTest, RefusedOpenIsTriedAgainOnTheNextAnnouncement) {
+    auto& driver = Hold(L"full");
+    auto& device = Open(kPluginFlags);
+    Listen();
+    driver.SimDriverRefuse("OxOpen", kOxBadValue);
     SendMessageW(device.Window(), ClientMessages().command, 27704, 0);
-    SendMessageW(device.Window(), ClientMessages().event, 1, 0);
-    EXPECT_EQ(device.Connection(), 0u);
-    auto stray = Event(10);
-    EXPECT_EQ(oxapp::detail::CS80ClientImpl::CallbackEntry(&stray, Context(device)), -1);
+    ASSERT_EQ(device.Connection(), 0u);
+    driver.SimDriverRefuse("OxOpen", kOxNoError);
+    driver.SimDriverClearLog();
+    ExpectDeafToEvents(driver);
+
+    ExpectFoundAgain(driver);
 }
 
 TEST_F(ClientTest, WithoutALibraryTheWindowWaitsAndEveryServiceSaysNo) {
-    auto& device = Open(48);
+    auto& device = Open(kPluginFlags);
     EXPECT_NE(device.Window(), nullptr) << "a missing driver is not a failed Create";
     EXPECT_EQ(device.Connection(), 0u);
     OxVersionInfo version{};
@@ -141,7 +180,7 @@ TEST_F(ClientTest, WithoutALibraryTheWindowWaitsAndEveryServiceSaysNo) {
 
 TEST_F(ClientTest, ServicesReachTheDriverAndItsAnswersComeBack) {
     auto& driver = Hold(L"full");
-    auto& device = Open(48);
+    auto& device = Open(kPluginFlags);
     driver.SimDriverSetConfigValue("Speed", "12");
     char buffer[8] = {};
     std::uint32_t size = sizeof(buffer);

@@ -1,4 +1,6 @@
-// The timer queue over the system's: lazy creation, guarded cancellation, re-creation.
+// The timer queue over the system's: lazy creation, guarded cancellation, re-creation; and the
+// owner of one of its timers.
+#include "support/queue_timer.h"
 #include "support/timer_queue.h"
 
 #include <gtest/gtest.h>
@@ -55,7 +57,7 @@ TEST(TimerQueueTest, OneShotFiresOnceAndTheQueueIsMadeOnFirstUse) {
     EXPECT_EQ(ticks.count, 1);
 }
 
-TEST(TimerQueueTest, RepeatingTimerFiresUntilCancelled) {
+TEST(TimerQueueTest, RepeatingTimerFiresAgainAndCancellingForgetsItsHandle) {
     static Ticks ticks;
     ticks.wanted = 3;
     CTimerQueue queue;
@@ -114,6 +116,47 @@ TEST(TimerQueueTest, CreateTimerAfterDestroyMakesANewQueue) {
     ASSERT_TRUE(queue.CreateTimer(timer, &CountTick, &ticks, 1, 0, WT_EXECUTEDEFAULT));
     EXPECT_TRUE(queue.IsValid());
     ASSERT_EQ(WaitForSingleObject(ticks.reached.Get(), 5000), WAIT_OBJECT_0);
+}
+
+/// The owner's cancellation is seen through order: a timer that is due first but was cancelled
+/// must not have fired by the time a later one has.
+TEST(QueueTimerTest, StartingAgainOrGoingCancelsTheTimerHeld) {
+    static Ticks replaced;
+    static Ticks dropped;
+    static Ticks later;
+    CTimerQueue queue;
+    CQueueTimer slot;
+    ASSERT_TRUE(slot.Start(queue, &CountTick, &replaced, /*dueMs=*/20, 0, WT_EXECUTEONLYONCE));
+    {
+        CQueueTimer scoped;
+        ASSERT_TRUE(scoped.Start(queue, &CountTick, &dropped, 20, 0, WT_EXECUTEONLYONCE));
+    }
+    ASSERT_TRUE(slot.Start(queue, &CountTick, &later, 60, 0, WT_EXECUTEONLYONCE));
+    ASSERT_EQ(WaitForSingleObject(later.reached.Get(), 5000), WAIT_OBJECT_0);
+    EXPECT_EQ(replaced.count, 0);
+    EXPECT_EQ(dropped.count, 0);
+    EXPECT_TRUE(slot.IsSet()) << "a fired one-shot stays held until cancelled";
+    EXPECT_TRUE(slot.Cancel());
+    EXPECT_FALSE(slot.IsSet());
+    EXPECT_FALSE(slot.Cancel()) << "nothing left to cancel";
+}
+
+TEST(QueueTimerTest, MovingHandsTheTimerOverAndTheQueuesEndForgetsIt) {
+    static Ticks ticks;
+    CTimerQueue queue;
+    CQueueTimer first;
+    ASSERT_TRUE(first.Start(queue, &CountTick, &ticks, kNever, 0, WT_EXECUTEONLYONCE));
+    CQueueTimer second(std::move(first));
+    EXPECT_FALSE(first.IsSet());
+    EXPECT_TRUE(second.IsSet());
+    CQueueTimer third;
+    third = std::move(second);
+    EXPECT_FALSE(second.IsSet());
+    ASSERT_TRUE(third.IsSet());
+
+    queue.Destroy();
+    EXPECT_FALSE(third.Cancel()) << "the queue took its timers with it";
+    EXPECT_FALSE(third.IsSet());
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "client/oxapp/device_factory_platform.h"
+#include "client/detail/device_factory_platform.h"
 
 namespace oxapp {
 

@@ -1,6 +1,7 @@
 #include "client/oxapp/device_factory.h"
 
-#include "client/oxapp/device_factory_platform.h"
+#include "client/detail/device_factory_platform.h"
+#include "support/boundary.h"
 
 namespace oxapp {
 
@@ -14,12 +15,10 @@ std::function<ovk::interface_ptr<ovk::IObject>(std::uint32_t)>& TestFactory() {
 }  // namespace
 
 ovk::interface_ptr<ovk::IObject> CreateSmartDevice(std::uint32_t flags) {
-    try {
+    return qvx::CallAtBoundary("oxapp::CreateSmartDevice", ovk::interface_ptr<ovk::IObject>(), [&] {
         if (TestFactory()) return TestFactory()(flags);
         return CreatePlatformDevice(flags);
-    } catch (...) {
-        return ovk::interface_ptr<ovk::IObject>();
-    }
+    });
 }
 
 void SetDeviceFactoryForTest(std::function<ovk::interface_ptr<ovk::IObject>(std::uint32_t)> maker) {

@@ -1,5 +1,5 @@
-#include "client/oxapp/device_factory_platform.h"
-#include "client/oxapp/smart_s80_device_win32.h"
+#include "client/detail/device_factory_platform.h"
+#include "client/detail/smart_s80_device_win32.h"
 
 namespace oxapp {
 
