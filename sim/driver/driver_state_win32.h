@@ -76,7 +76,8 @@ struct DriverState {
     std::uint32_t nextConnectionId = 0x100;
     OxEventCallback callback = nullptr;
     void* callbackContext = nullptr;
-    /// Every window that ever held a connection, kept across stops, in order of first use.
+    /// Every window that ever asked for a connection, granted or refused, kept across stops, in
+    /// order of first use.
     std::vector<HWND> windows;
     SyncAnswer syncAnswer = SyncAnswer::Post;
     std::uint32_t syncQueries = 0;

@@ -19,6 +19,15 @@ std::int32_t LowestButton(std::uint32_t word) {
     return 0;
 }
 
+/// A window that asked for a connection hears the driver's announcements from now on,
+/// whether the open was granted or not: a restarted driver calls on every such window.
+void RememberWindow(DriverState& state, HWND window) {
+    if (window && IsWindow(window) &&
+        std::find(state.windows.begin(), state.windows.end(), window) == state.windows.end()) {
+        state.windows.push_back(window);
+    }
+}
+
 OxHandle OpenConnection(DriverState& state, const char* appName, std::int32_t deviceId,
                         std::uint32_t mask, std::int32_t mode, const OxWinData* data) {
     if (!data || !appName) {
@@ -35,10 +44,7 @@ OxHandle OpenConnection(DriverState& state, const char* appName, std::int32_t de
     connection.mask = mask;
     connection.mode = mode;
     connection.window = static_cast<HWND>(data->window);
-    if (connection.window && std::find(state.windows.begin(), state.windows.end(),
-                                       connection.window) == state.windows.end()) {
-        state.windows.push_back(connection.window);
-    }
+    RememberWindow(state, connection.window);
     connection.connectionId = state.nextConnectionId++;
     OxHandle handle = state.nextHandle++;
     state.connections.emplace(handle, std::move(connection));
@@ -126,9 +132,16 @@ OxHandle OxOpen(const char* appName, std::int32_t deviceId, std::uint32_t mask, 
     Args args;
     args("app", appName)("device", deviceId)("mask", mask)("mode", mode);
     args("window", data ? data->window : nullptr);
-    return Run<OxHandle>("OxOpen", args, Needs::Driver, 0, [&](DriverState& state) {
+    OxHandle handle = Run<OxHandle>("OxOpen", args, Needs::Driver, 0, [&](DriverState& state) {
         return OpenConnection(state, appName, deviceId, mask, mode, data);
     });
+    if (handle == 0 && data) {
+        // A stopped driver hears nothing; a running one that refused still knows the window.
+        Control([&](DriverState& state) {
+            if (state.running) RememberWindow(state, static_cast<HWND>(data->window));
+        });
+    }
+    return handle;
 }
 
 std::int32_t OxClose(OxHandle handle) {
