@@ -223,7 +223,10 @@ void CS80ClientImpl::HandleReconnect(WPARAM wParam) {
     // object is being destroyed.
     auto self = Self();
     if (!self) return;
-    if (m_driverVersion.major >= kDriverKeepsConnections) return;
+    // A driver that keeps its connections through a restart is left alone while the client
+    // holds one. A waiting client has none to keep: it asks again whatever version the
+    // refusing driver gave, or a refused open would leave it deaf for good.
+    if (m_handle != 0 && m_driverVersion.major >= kDriverKeepsConnections) return;
     Disconnect();
     Connect();
 }

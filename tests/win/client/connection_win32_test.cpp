@@ -158,6 +158,24 @@ TEST_F(WaitingClientTest, RefusedOpenIsTriedAgainOnTheNextAnnouncement) {
     ExpectFoundAgain(driver);
 }
 
+// A driver of version 17 keeps connections through its restarts, so a connected client lets
+// its requests pass; a client it refused has nothing to keep and asks again.
+TEST_F(WaitingClientTest, RefusedByADriverThatKeepsConnectionsStillAsksAgain) {
+    auto& driver = Hold(L"full");
+    driver.SimDriverSetVersion(17, 0, 0);
+    driver.SimDriverRefuse("OxOpen", kOxBadValue);
+    auto& device = Open(kPluginFlags);
+    Listen();
+    ASSERT_EQ(device.Connection(), 0u);
+    driver.SimDriverRefuse("OxOpen", kOxNoError);
+    ExpectFoundAgain(driver);
+
+    OxHandle kept = device.Connection();
+    SendMessageW(device.Window(), ClientMessages().command, 27704, 0);
+    EXPECT_EQ(device.Connection(), kept);
+    EXPECT_EQ(driver.SimDriverCallCount("OxOpen"), 2u);
+}
+
 TEST_F(ClientTest, WithoutALibraryTheWindowWaitsAndEveryServiceSaysNo) {
     auto& device = Open(kPluginFlags);
     EXPECT_NE(device.Window(), nullptr) << "a missing driver is not a failed Create";
