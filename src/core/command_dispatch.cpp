@@ -2,6 +2,7 @@
 #include "core/qvxproe.h"
 
 #include "catalogue/action.h"
+#include "client/oxapp/client_flags.h"
 #include "client/oxapp/device_factory.h"
 #include "client/oxapp/device_interfaces.h"
 #include "client/oxapp/signal_interfaces.h"
@@ -13,7 +14,8 @@
 namespace {
 
 // Commands and the library's callback; no motion, no keys.
-constexpr std::uint32_t kDeviceFlags = 48;
+constexpr std::uint32_t kDeviceFlags = oxapp::kFlagCommands | oxapp::kFlagCallback;
+static_assert(kDeviceFlags == 48);
 constexpr std::int32_t kOldestDriver = 10;
 
 }  // namespace
