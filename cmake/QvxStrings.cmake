@@ -28,7 +28,9 @@ function(qvx_generate_strings tsv out_dir)
             list(APPEND languages ${lang})
             set(rows_${lang} "")
         endif()
-        string(APPEND rows_${lang} "    ${id}, L\"${text}\"\n")
+        # Narrow strings: windres converts them from the script's code page (UTF-8, set at its
+        # top); wide ones it would take byte by byte.
+        string(APPEND rows_${lang} "    ${id}, \"${text}\"\n")
     endforeach()
     set(rc "// Generated from ${source}; edit that file.\n#pragma code_page(65001)\n")
     foreach(lang IN LISTS languages)
