@@ -67,6 +67,7 @@ std::vector<QvxHostFunction> AllHostFunctions() {
     AddViewFunctions(table);
     AddMacroFunctions(table);
     AddMouseFunctions(table);
+    AddCommandFunctions(table);
     std::sort(table.begin(), table.end(), [](const QvxHostFunction& a, const QvxHostFunction& b) {
         return std::strcmp(a.name, b.name) < 0;
     });

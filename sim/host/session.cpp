@@ -23,6 +23,8 @@ void CSession::Reset() {
     CloseModel();
     configOptions.clear();
     configOptions[L"max_animation_time"] = L"1.0";
+    unknownCommands.clear();
+    commandIds.clear();
     macros.clear();
     refuseUnknownMacros = false;
     refusedMacros.clear();

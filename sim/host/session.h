@@ -68,6 +68,11 @@ public:
     /// What the host's refit command does: fit the model's box into the window.
     void Refit();
 
+    /// Host command names that ProCmdCmdIdFind does not know; every other name is known.
+    std::set<std::string> unknownCommands;
+    /// The identifiers handed out by ProCmdCmdIdFind, by name; each name keeps its first one.
+    std::map<std::string, std::uintptr_t> commandIds;
+
     /// Every macro text received, UTF-8, in order.
     std::vector<std::string> macros;
     /// Refuse macros with a command the host does not know (otherwise they are taken).
@@ -129,6 +134,7 @@ void AddMessageFunctions(std::vector<QvxHostFunction>& table);
 void AddViewFunctions(std::vector<QvxHostFunction>& table);
 void AddMacroFunctions(std::vector<QvxHostFunction>& table);
 void AddMouseFunctions(std::vector<QvxHostFunction>& table);
+void AddCommandFunctions(std::vector<QvxHostFunction>& table);
 
 /// Runs a macro as the host would; the status the host returns.
 ProError RunMacro(const std::string& macro);

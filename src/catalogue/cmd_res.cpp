@@ -6,6 +6,7 @@
 
 #include <cctype>
 #include <cstring>
+#include <optional>
 
 class CQvxProCmdRes::CQvxProCmdResPrivate {
 public:
@@ -18,6 +19,11 @@ public:
     std::string m_description;
     std::string m_bitmap;
     int m_isCheckButton = 0;
+    // The file's values of the three translated keys (the last of each), kept so that
+    // translation may come after the parse; unset when the file has no such key.
+    std::optional<std::string> m_rawLabel;
+    std::optional<std::string> m_rawHelpText;
+    std::optional<std::string> m_rawDescription;
 };
 
 namespace {
@@ -58,18 +64,24 @@ const char kQuote[] = "\"";
 CQvxProCmdRes::CQvxProCmdRes() : m_private(std::make_unique<CQvxProCmdResPrivate>()) {}
 CQvxProCmdRes::~CQvxProCmdRes() = default;
 
-int CQvxProCmdRes::Open(const std::string& path) {
+int CQvxProCmdRes::OpenUntranslated(const std::string& path) {
     if (m_private->m_open) return 0;
     m_private->m_path = qvx::os::WidenAcp(path);
     auto bytes = qvx::os::ReadWholeFile(m_private->m_path);
     if (!bytes) return 0;
     m_private->m_open = true;
+    ParseText(std::string(bytes->Data()), nullptr);
+    return 1;
+}
+
+int CQvxProCmdRes::Open(const std::string& path) {
+    if (!OpenUntranslated(path)) return 0;
     CQvxProCmdLangFile language;
     bool translated = false;
     if (auto lang = qvx::os::GetEnv(L"LANG"); lang && !lang->empty()) {
         translated = language.Open(LanguageFileFor(m_private->m_path)) != 0;
     }
-    ParseText(std::string(bytes->Data()), translated ? &language : nullptr);
+    if (translated) Translate(&language);
     return 1;
 }
 
@@ -82,18 +94,15 @@ void CQvxProCmdRes::ParseText(std::string text, const CQvxProCmdLangFile* langua
     CQvxProCmdResPrivate& p = *m_private;
     text.resize(std::strlen(text.c_str()));  // the text is one zero-terminated string
     p.m_isCheckButton = text.find("(CheckButton") != std::string::npos ? 1 : 0;
+    Scan(text);
+    Translate(languageFile);
+}
+
+void CQvxProCmdRes::Scan(std::string& text) {
+    CQvxProCmdResPrivate& p = *m_private;
     std::size_t resources = text.find("(Resources");
     if (resources == std::string::npos) return;
     CTokenizer tokens(text.data() + resources + 1);
-    auto translate = [&](const char* key) {
-        std::string out;
-        if (languageFile) {
-            languageFile->Lookup(out, key);
-        } else {
-            out = key;
-        }
-        return out;
-    };
     int depth = 1;
     while (char* token = tokens.Next(kSeparators)) {
         std::size_t length = std::strlen(token);
@@ -131,25 +140,49 @@ void CQvxProCmdRes::ParseText(std::string text, const CQvxProCmdLangFile* langua
                 p.m_activateCommand = value;
                 break;
             case kHelp:
-                p.m_helpText = translate(value);
+                p.m_rawHelpText = value;
                 break;
             case kBitmap:
                 p.m_bitmap = value;
                 break;
-            case kLabel: {
-                std::string label = translate(value);
-                std::size_t amp = label.find('&');
-                if (amp != std::string::npos) label.erase(amp, 1);
-                p.m_label = label;
+            case kLabel:
+                p.m_rawLabel = value;
                 break;
-            }
             case kDescription:
-                p.m_description = translate(value);
+                p.m_rawDescription = value;
                 break;
             default:
                 break;
         }
     }
+}
+
+std::vector<std::string> CQvxProCmdRes::TranslatableValues() const {
+    std::vector<std::string> values;
+    for (const auto* raw :
+         {&m_private->m_rawLabel, &m_private->m_rawHelpText, &m_private->m_rawDescription}) {
+        if (*raw) values.push_back(**raw);
+    }
+    return values;
+}
+
+void CQvxProCmdRes::Translate(const CQvxProCmdLangFile* languageFile) {
+    CQvxProCmdResPrivate& p = *m_private;
+    auto translate = [&](const std::optional<std::string>& key) {
+        std::string out;
+        if (!key) return out;
+        if (languageFile) {
+            languageFile->Lookup(out, key->c_str());
+        } else {
+            out = *key;
+        }
+        return out;
+    };
+    p.m_label = translate(p.m_rawLabel);
+    std::size_t amp = p.m_label.find('&');
+    if (amp != std::string::npos) p.m_label.erase(amp, 1);
+    p.m_helpText = translate(p.m_rawHelpText);
+    p.m_description = translate(p.m_rawDescription);
 }
 
 std::string CQvxProCmdRes::GetActivateCommand() const { return m_private->m_activateCommand; }

@@ -1,10 +1,12 @@
 #include "catalogue/lang_file.h"
 
+#include "catalogue/first_occurrences.h"
 #include "support/os.h"
 
 #include <cctype>
 #include <cstring>
 #include <optional>
+#include <unordered_map>
 
 class CQvxProCmdLangFile::CQvxProCmdLangFilePrivate {
 public:
@@ -12,6 +14,8 @@ public:
     std::optional<std::string> m_text;  ///< the whole file; a zero byte inside ends it
     bool m_open = false;
     std::wstring m_path;
+    /// Keys whose first occurrence is known already (npos: nowhere); forgotten on Close.
+    std::unordered_map<std::string, std::size_t> m_prepared;
 };
 
 CQvxProCmdLangFile::CQvxProCmdLangFile()
@@ -35,15 +39,23 @@ int CQvxProCmdLangFile::OpenText(std::string text) {
 
 int CQvxProCmdLangFile::Close() {
     m_private->m_text.reset();
+    m_private->m_prepared.clear();
     m_private->m_open = false;
     return 1;
+}
+
+void CQvxProCmdLangFile::Prepare(const std::vector<std::string>& keys) {
+    if (!m_private->m_text) return;
+    std::vector<std::size_t> at = FindFirstOccurrences(*m_private->m_text, keys);
+    for (std::size_t i = 0; i < keys.size(); ++i) m_private->m_prepared.emplace(keys[i], at[i]);
 }
 
 int CQvxProCmdLangFile::Lookup(std::string& out, const char* key) const {
     out = key ? key : "";
     if (!key || !m_private->m_text) return 0;
     const std::string& text = *m_private->m_text;
-    std::size_t at = text.find(key);
+    auto prepared = m_private->m_prepared.find(key);
+    std::size_t at = prepared != m_private->m_prepared.end() ? prepared->second : text.find(key);
     if (at == std::string::npos) return 0;
     std::size_t lf = text.find('\n', at);
     if (lf == std::string::npos) return 0;

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 class CQvxProCmdLangFile {
 public:
@@ -17,6 +18,9 @@ public:
     /// Loads `text` as if it were a file's contents; for tests and tools.
     int OpenText(std::string text);
     int Close();
+    /// Finds where each of `keys` first occurs in one pass over the loaded text, so that their
+    /// look-ups need not search it again. Results are the same with or without this.
+    void Prepare(const std::vector<std::string>& keys);
     /// 1 and the translation (trimmed; may be empty) in `out`, or 0 and the key itself.
     int Lookup(std::string& out, const char* key) const;
 

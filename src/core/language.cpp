@@ -5,9 +5,6 @@
 
 #include <array>
 
-std::uint16_t g_langId = 0x0409;
-std::wstring g_langCode = L"en-US";
-
 namespace qvx::core {
 namespace {
 

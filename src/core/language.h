@@ -7,10 +7,7 @@
 #include <string>
 #include <string_view>
 
-/// Language of every text loaded by id; 0x0409 until start-up says otherwise.
-extern std::uint16_t g_langId;
-/// The language's folder name, e.g. "en-US".
-extern std::wstring g_langCode;
+#include "support/language_id.h"
 
 namespace qvx::core {
 

@@ -1,7 +1,10 @@
 // The operating-system façade on the native build.
 #include "support/os.h"
 
+#include <fnmatch.h>
 #include <sys/stat.h>
+
+#include <algorithm>
 
 #include <chrono>
 #include <cstdio>
@@ -59,6 +62,21 @@ std::wstring CurrentDirectory() {
     std::error_code ec;
     auto dir = std::filesystem::current_path(ec);
     return ec ? std::wstring() : WidenUtf8(dir.string());
+}
+
+std::vector<std::wstring> FindFiles(const std::wstring& dir, const std::wstring& pattern) {
+    std::vector<std::string> names;
+    std::error_code ec;
+    std::string glob = NarrowUtf8(pattern);
+    for (std::filesystem::directory_iterator it(PathBytes(dir), ec), end; !ec && it != end;
+         it.increment(ec)) {
+        std::string name = it->path().filename().string();
+        if (fnmatch(glob.c_str(), name.c_str(), FNM_CASEFOLD) == 0) names.push_back(name);
+    }
+    std::sort(names.begin(), names.end());
+    std::vector<std::wstring> out;
+    for (const std::string& name : names) out.push_back(WidenUtf8(name));
+    return out;
 }
 
 std::wstring ExecutablePath() {

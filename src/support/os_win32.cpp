@@ -62,6 +62,17 @@ std::wstring CurrentDirectory() {
     return dir;
 }
 
+std::vector<std::wstring> FindFiles(const std::wstring& dir, const std::wstring& pattern) {
+    std::vector<std::wstring> out;
+    WIN32_FIND_DATAW data{};
+    ovklib::CFindHandle find(FindFirstFileW(JoinPath(dir, pattern).c_str(), &data));
+    if (!find) return out;
+    do {
+        out.emplace_back(data.cFileName);
+    } while (FindNextFileW(find.Get(), &data));
+    return out;
+}
+
 std::wstring ExecutablePath() {
     wchar_t buffer[MAX_PATH] = {};
     DWORD n = GetModuleFileNameW(nullptr, buffer, MAX_PATH);

@@ -360,7 +360,8 @@ void CScenarioRunner::AddCoreVerbs() {
     });
     AddVerb("host", [this, need](const std::vector<std::string>& args) {
         if (!need(args, 2,
-                  "host version|build|textdir|wchar-size|omit|fail|throw|graphics-window ...")) {
+                  "host version|build|textdir|wchar-size|omit|unknown-command|fail|throw|"
+                  "graphics-window ...")) {
             return false;
         }
         CSession& s = CSession::Instance();
@@ -375,6 +376,8 @@ void CScenarioRunner::AddCoreVerbs() {
             s.wcharSize = static_cast<std::uint32_t>(std::stoul(args[1]));
         } else if (what == "omit") {
             s.Omit(args[1]);
+        } else if (what == "unknown-command") {
+            s.unknownCommands.insert(args[1]);
         } else if (what == "fail" || what == "throw") {
             return HostFault(args);
         } else if (what == "graphics-window") {
