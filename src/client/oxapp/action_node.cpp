@@ -54,9 +54,7 @@ CActionNode* CActionNode::FromRecord(const oxActionNodeEx_s* record) {
     return const_cast<CActionNode*>(reinterpret_cast<const CActionNode*>(bytes));
 }
 
-CActionNode* CActionNode::DetachNext() {
-    return FromRecord(std::exchange(m_node.next, nullptr));
-}
+CActionNode* CActionNode::DetachNext() { return FromRecord(std::exchange(m_node.next, nullptr)); }
 
 CActionNode* CActionNode::DetachChildren() {
     return FromRecord(std::exchange(m_node.children, nullptr));

@@ -20,10 +20,18 @@ std::string EscapeActionField(std::string_view text) {
     for (char c : text) {
         auto byte = static_cast<unsigned char>(c);
         switch (byte) {
-            case '\\': out += "\\\\"; break;
-            case '\t': out += "\\t"; break;
-            case '\n': out += "\\n"; break;
-            case '\r': out += "\\r"; break;
+            case '\\':
+                out += "\\\\";
+                break;
+            case '\t':
+                out += "\\t";
+                break;
+            case '\n':
+                out += "\\n";
+                break;
+            case '\r':
+                out += "\\r";
+                break;
             default:
                 if (byte < 0x20 || byte == 0x7F) {
                     out += "\\x";

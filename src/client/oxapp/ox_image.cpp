@@ -183,9 +183,7 @@ void COxImage::SetId(const char* id) {
     Repoint();
 }
 
-std::uint32_t COxImage::Index() const {
-    return m_record.type == kOxImageNone ? 0 : m_index;
-}
+std::uint32_t COxImage::Index() const { return m_record.type == kOxImageNone ? 0 : m_index; }
 
 const char* COxImage::FileName() const {
     bool hasFile = m_record.type == kOxImageFile || m_record.type == kOxImageResource;
