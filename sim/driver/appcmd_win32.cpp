@@ -1,58 +1,17 @@
 // What an application publishes to the driver: action trees and images, configuration values,
 // button banks; and the library's message box and event callback.
+#include "client/oxapp/action_tree_text.h"
 #include "sim/driver/driver_state_win32.h"
 #include "sim/driver/exports_win32.h"
 
 #include <algorithm>
-#include <sstream>
+#include <optional>
 
 using namespace qvx::simdriver;
 
 namespace {
 
-/// More nodes than any tree an application sends; a longer walk means a cycle in the links.
-constexpr std::size_t kMaxNodes = 1'000'000;
-
 const char* TextOrEmpty(const char* text) { return text ? text : ""; }
-
-/// One line per node, indented two spaces per level: the type, the id and the label. Empty
-/// when the links form a cycle or exceed kMaxNodes.
-std::string FlattenTree(const oxActionNodeEx_s* root, std::size_t& count) {
-    std::ostringstream lines;
-    count = 0;
-    // Depth-first with an explicit stack, so that a deep tree costs no native stack.
-    std::vector<std::pair<const oxActionNodeEx_s*, int>> pending{{root, 0}};
-    while (!pending.empty()) {
-        auto [node, depth] = pending.back();
-        pending.pop_back();
-        if (++count > kMaxNodes) return {};
-        lines << std::string(2 * depth, ' ') << node->type << ' ' << TextOrEmpty(node->id) << " | "
-              << TextOrEmpty(node->label) << '\n';
-        if (node->next) pending.push_back({node->next, depth});
-        if (node->children) pending.push_back({node->children, depth + 1});
-    }
-    return lines.str();
-}
-
-std::string DescribeImage(const oxImage_t& image) {
-    std::ostringstream line;
-    line << TextOrEmpty(image.id) << ' ';
-    switch (image.type) {
-        case 1:
-            line << "file " << TextOrEmpty(image.file.fileName) << ' ' << image.file.index;
-            break;
-        case 2:
-            line << "resource " << TextOrEmpty(image.resource.fileName) << ' '
-                 << image.resource.index;
-            break;
-        case 3:
-            line << "data " << image.memory.dataSize << ' ' << image.memory.index;
-            break;
-        default:
-            line << "none";
-    }
-    return line.str();
-}
 
 std::int32_t WriteTree(const char* name, OxHandle handle, const oxActionNodeEx_s* root,
                        std::string DriverState::*into) {
@@ -60,11 +19,12 @@ std::int32_t WriteTree(const char* name, OxHandle handle, const oxActionNodeEx_s
     args("handle", handle)("root", root ? TextOrEmpty(root->id) : nullptr);
     return OnConnection(name, args, handle, [&](DriverState& state, Connection&) {
         if (!root) return kOxBadValue;
-        std::size_t count = 0;
-        std::string tree = FlattenTree(root, count);
-        if (tree.empty()) return kOxBadValue;
+        // Links that reach too many nodes form a cycle.
+        std::string tree;
+        std::optional<std::size_t> count = oxapp::AppendActionNodeLines(root, tree);
+        if (!count) return kOxBadValue;
         state.*into = std::move(tree);
-        state.NoteOnCall("nodes=" + std::to_string(count));
+        state.NoteOnCall("nodes=" + std::to_string(*count));
         return kOxNoError;
     });
 }
@@ -100,9 +60,7 @@ std::int32_t OxAppCmdWriteActionImages(OxHandle handle, const oxImage_t* images,
                         handle, [&](DriverState& state, Connection&) {
                             if (!images && count) return kOxBadValue;
                             std::string lines;
-                            for (std::uint32_t i = 0; i < count; ++i) {
-                                lines += DescribeImage(images[i]) + '\n';
-                            }
+                            oxapp::AppendActionImageLines(images, count, lines);
                             state.images = std::move(lines);
                             return kOxNoError;
                         });

@@ -32,7 +32,7 @@ bool Starts(const std::string& text, const char* prefix, std::string& rest) {
 bool FindRecord(DriverState& state, const std::string& what, std::string& text) {
     std::string key;
     if (what == "actions") {
-        text = state.actionTree;
+        text = state.actionTree + state.images;
     } else if (what == "action-set") {
         text = state.actionSet;
     } else if (what == "active-action-set") {

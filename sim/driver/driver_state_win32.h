@@ -84,6 +84,8 @@ struct DriverState {
 
     // What applications told the driver.
     std::map<std::string, std::string> configValues;
+    // Trees and images as lines of client/oxapp/action_tree_text.h, made when they arrive,
+    // since the application may free its records once the call returns.
     std::string actionTree;
     std::string actionSet;
     std::string activeActionSet;

@@ -40,6 +40,10 @@ protected:
 
 class ICfg : public virtual ovk::IInterface {
 public:
+    /// True when the driver's function returned 0; false without a connection.
+    virtual bool WriteActionImages(const oxImage_t* images, std::uint32_t count) = 0;
+    virtual bool WriteActions(const oxActionNodeEx_s* root) = 0;
+    virtual bool ActivateActionSet(const char* id) = 0;
     /// The value of `key` through a buffer of 1024 bytes; `value` is undefined on failure.
     virtual bool GetValue(const char* key, std::string& value) = 0;
     virtual bool SetValue(const char* key, const char* value) = 0;

@@ -63,6 +63,9 @@ public:
     bool GrabDevice(bool exclusive) override;
     bool ReleaseDevice() override;
     // ICfg
+    bool WriteActionImages(const oxImage_t* images, std::uint32_t count) override;
+    bool WriteActions(const oxActionNodeEx_s* root) override;
+    bool ActivateActionSet(const char* id) override;
     bool GetValue(const char* key, std::string& value) override;
     bool SetValue(const char* key, const char* value) override;
     // IReflexion

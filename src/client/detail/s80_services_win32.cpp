@@ -61,6 +61,18 @@ bool CS80ClientImpl::ReleaseDevice() {
     return m_handle != 0 && OxReleaseDevice(m_handle) == kOxNoError;
 }
 
+bool CS80ClientImpl::WriteActionImages(const oxImage_t* images, std::uint32_t count) {
+    return m_handle != 0 && OxAppCmdWriteActionImages(m_handle, images, count) == kOxNoError;
+}
+
+bool CS80ClientImpl::WriteActions(const oxActionNodeEx_s* root) {
+    return m_handle != 0 && OxAppCmdWriteActions(m_handle, root) == kOxNoError;
+}
+
+bool CS80ClientImpl::ActivateActionSet(const char* id) {
+    return m_handle != 0 && OxAppCmdActivateActionSet(m_handle, id) == kOxNoError;
+}
+
 bool CS80ClientImpl::GetValue(const char* key, std::string& value) {
     if (m_handle == 0) return false;
     char buffer[1024] = {};

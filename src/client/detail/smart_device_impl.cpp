@@ -10,6 +10,34 @@ bool CCommandImpl::ShowUi() {
     return ui && ui->SetUiMode(-1);
 }
 
+// The driver's library may throw through the shim's wrappers; the caller gets false instead.
+bool CSmartDeviceImpl::WriteActionImages(const oxImage_t* images, std::uint32_t count) {
+    try {
+        auto* cfg = Transport<ICfg>();
+        return cfg && cfg->WriteActionImages(images, count);
+    } catch (...) {
+        return false;
+    }
+}
+
+bool CSmartDeviceImpl::WriteActions(const oxActionNodeEx_s* root) {
+    try {
+        auto* cfg = Transport<ICfg>();
+        return cfg && cfg->WriteActions(root);
+    } catch (...) {
+        return false;
+    }
+}
+
+bool CSmartDeviceImpl::ActivateActionSet(const char* id) {
+    try {
+        auto* cfg = Transport<ICfg>();
+        return cfg && cfg->ActivateActionSet(id);
+    } catch (...) {
+        return false;
+    }
+}
+
 bool CSmartDeviceImpl::GetValue(const char* key, char* buffer, std::uint32_t* size) {
     if (!size) return false;
     auto* cfg = Transport<ICfg>();

@@ -35,6 +35,9 @@ class CSmartDeviceImpl : public IAppcfg,
                          public CBaseDevice {
 public:
     // IAppcfg
+    bool WriteActionImages(const oxImage_t* images, std::uint32_t count) override;
+    bool WriteActions(const oxActionNodeEx_s* root) override;
+    bool ActivateActionSet(const char* id) override;
     bool GetValue(const char* key, char* buffer, std::uint32_t* size) override;
     bool SetValue(const char* key, const char* value) override;
     // ISensor

@@ -21,6 +21,15 @@ protected:
 
 class IAppcfg : public virtual ovk::IInterface {
 public:
+    /// Publishes `count` images in one call. The driver copies them: the records and what
+    /// they point at may go once the call returns. Each of the three publishing operations
+    /// is false without a connection or when the driver's function failed or is missing,
+    /// and never throws.
+    virtual bool WriteActionImages(const oxImage_t* images, std::uint32_t count) = 0;
+    /// Publishes the whole tree under `root`.
+    virtual bool WriteActions(const oxActionNodeEx_s* root) = 0;
+    /// Makes the action set `id` the current one.
+    virtual bool ActivateActionSet(const char* id) = 0;
     /// The value of `key`. A null `size` gives false. When `*size` is larger than the value's
     /// length and `buffer` is not null the value is copied with its terminator and the result
     /// is the driver's; else `*size` becomes the length plus 1 and the result is false.

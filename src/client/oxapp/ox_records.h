@@ -4,6 +4,8 @@
 // two cannot disagree.
 #pragma once
 
+#include "client/oxapp/action_records.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -98,45 +100,6 @@ struct OxKvwEvent {
         unsigned char raw[5120];
     };
 };
-
-/// A node of the action tree: 0 an action set, 1 a category, 2 an action. 28 bytes in a
-/// 32-bit process, where every pointer is a 32-bit word; `size` is the size in this one.
-struct oxActionNodeEx_s {
-    std::uint32_t size;
-    std::uint32_t type;
-    oxActionNodeEx_s* next;
-    oxActionNodeEx_s* children;
-    const char* id;
-    const char* label;
-    const char* description;
-};
-static_assert(sizeof(oxActionNodeEx_s) == (sizeof(void*) == 4 ? 28 : 48));
-
-/// An image of an action: 0 none, 1 a file, 2 a resource in a module, 3 bytes in memory.
-/// A resource's id and type are texts, or integers when their value is at most 65535.
-struct oxImage_t {
-    std::uint32_t size;
-    std::uint32_t type;
-    const char* id;
-    union {
-        struct {
-            const char* fileName;
-            std::uint32_t index;
-        } file;
-        struct {
-            const char* fileName;
-            const char* resourceId;
-            const char* resourceType;
-            std::uint32_t index;
-        } resource;
-        struct {
-            const std::uint8_t* data;
-            std::uint32_t dataSize;
-            std::uint32_t index;
-        } memory;
-    };
-};
-static_assert(sizeof(oxImage_t) == (sizeof(void*) == 4 ? 28 : 48));
 
 /// The library calls this with each event when a callback is registered, on a thread of its
 /// choosing; 0 means handled, -1 not.

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace qvx::testing {
 
@@ -48,7 +49,20 @@ public:
         grab = 0;
         return true;
     }
-    // ICfg (SetValue also stands for IAppcfg's, which would only forward here)
+    // ICfg (these and SetValue also stand for IAppcfg's, which would only forward here)
+    bool WriteActionImages(const oxImage_t* images, std::uint32_t count) override {
+        imageIds.clear();
+        for (std::uint32_t i = 0; i < count; ++i) imageIds.push_back(Text(images[i].id));
+        return true;
+    }
+    bool WriteActions(const oxActionNodeEx_s* root) override {
+        writtenRoot = root ? Text(root->id) : "";
+        return true;
+    }
+    bool ActivateActionSet(const char* id) override {
+        activeSet = Text(id);
+        return true;
+    }
     bool GetValue(const char* key, std::string& value) override {
         auto it = values.find(key);
         if (it == values.end()) return false;
@@ -70,6 +84,8 @@ public:
         return true;
     }
 
+    static std::string Text(const char* text) { return text ? text : ""; }
+
     /// Fake devices in existence.
     inline static int alive = 0;
     std::int32_t driverMajor = 10;
@@ -77,6 +93,9 @@ public:
     std::int32_t grab = -1;
     std::int32_t uiMode = 0;
     std::map<std::string, std::string> values;
+    std::vector<std::string> imageIds;
+    std::string writtenRoot;
+    std::string activeSet;
 };
 
 /// Installs a maker of CFakeDevice for as long as it lives; `Last()` is the newest device.

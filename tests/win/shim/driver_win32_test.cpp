@@ -122,7 +122,8 @@ TEST_F(ShimTest, DriverRecordsTheTreeTheValuesAndTheMessageBoxes) {
     oxActionNodeEx_s category{sizeof(oxActionNodeEx_s), 1, nullptr, &action, "View", "View", ""};
     oxActionNodeEx_s root{sizeof(oxActionNodeEx_s), 0, nullptr, &category, "Part", "Part", ""};
     ASSERT_EQ(OxAppCmdWriteActions(handle, &root), kOxNoError);
-    EXPECT_EQ(driver.Record("actions"), "0 Part | Part\n  1 View | View\n    2 Fit | Refit\n");
+    EXPECT_EQ(driver.Record("actions"),
+              "node\t0\t0\tPart\tPart\t\nnode\t1\t1\tView\tView\t\nnode\t2\t2\tFit\tRefit\t\n");
 
     ASSERT_EQ(OxAppCfgSetValue(handle, "Zoom", "1.5"), kOxNoError);
     char value[8];
