@@ -8,6 +8,11 @@
 //       Tells, with file and line, where the plug-in reads the files differently from what a
 //       host user expects: lost continuation lines, commented-out definitions that still
 //       count, definitions that a later one replaces or erases, empty keys.
+//   qvxtool tree --install DIR [--known FILE] [CONFIG...]
+//       Prints the action tree the plug-in would build for a host installed at DIR (also taken
+//       as PRO_DIRECTORY), with the mapkeys of the CONFIG files read in order and, with
+//       --known, only the host commands named in FILE (one a line) known to the host: one
+//       line per node in pre-order, then one per image.
 //   qvxtool resfile FILE
 //       Parses one command resource file as the plug-in does (honouring LANG) and prints one
 //       line: activate command, label, help text, description, bitmap, check-button flag.
@@ -15,6 +20,7 @@
 #include "catalogue/halvane_folder.h"
 #include "catalogue/mapkey_file.h"
 #include "support/os.h"
+#include "action_tree_tool.h"
 #include "mapkey_lint.h"
 #include "tool_output.h"
 
@@ -29,6 +35,7 @@ namespace {
 int Usage() {
     std::fprintf(stderr,
                  "usage: qvxtool mapkeys [--install-dir DIR] FILE...\n"
+                 "       qvxtool tree --install DIR [--known FILE] [CONFIG...]\n"
                  "       qvxtool resfile FILE\n"
                  "       qvxtool lint FILE...\n");
     return 2;
@@ -75,10 +82,30 @@ int ResFile(const char* path) {
 
 }  // namespace
 
+int Tree(int argc, char** argv) {
+    qvx::tool::CTreeOptions options;
+    bool haveInstall = false;
+    for (int i = 0; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--install") == 0 && i + 1 < argc) {
+            options.installDir = argv[++i];
+            haveInstall = true;
+        } else if (std::strcmp(argv[i], "--known") == 0 && i + 1 < argc) {
+            options.knownFile = argv[++i];
+        } else {
+            options.configFiles.push_back(argv[i]);
+        }
+    }
+    if (!haveInstall) return Usage();
+    std::string out = qvx::tool::ActionTreeLines(options);
+    std::fwrite(out.data(), 1, out.size(), stdout);
+    return 0;
+}
+
 int main(int argc, char** argv) {
     try {
         if (argc < 2) return Usage();
         if (std::strcmp(argv[1], "mapkeys") == 0) return Mapkeys(argc - 2, argv + 2);
+        if (std::strcmp(argv[1], "tree") == 0) return Tree(argc - 2, argv + 2);
         if (std::strcmp(argv[1], "resfile") == 0 && argc == 3) return ResFile(argv[2]);
         if (std::strcmp(argv[1], "lint") == 0) {
             for (const std::string& finding :

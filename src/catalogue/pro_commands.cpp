@@ -50,6 +50,12 @@ CProECommands::CProECommands() {
 
 CProECommands::~CProECommands() = default;
 
+void CProECommands::SetMapkeyFiles(const std::vector<std::wstring>& paths) {
+    m_mapkeyFiles.clear();
+    for (const std::wstring& path : paths) m_mapkeyFiles.emplace_back(path);
+    m_mapkeys.clear();
+}
+
 bool CProECommands::ReloadMapkeys() {
     m_mapkeys.clear();
     bool any = false;
@@ -154,7 +160,7 @@ void CProECommands::LoadCategories(std::map<std::string, std::string>& out) {
 
 bool CProECommands::FindIcon(std::wstring& path, const std::string& name) {
     using qvx::os::JoinPath;
-    std::wstring wide = qvx::os::WidenAcp(name);
+    std::wstring wide = qvx::os::WidenUtf8(name);
     if (qvx::os::StatFile(wide)) {
         path = wide;
         return true;

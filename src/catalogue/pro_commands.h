@@ -24,6 +24,10 @@ public:
     CProECommands& operator=(const CProECommands&) = delete;
     virtual ~CProECommands();
 
+    /// Reads the mapkeys from `paths`, in this order, instead of the host's three files; the
+    /// merge is emptied and read again on the next use.
+    void SetMapkeyFiles(const std::vector<std::wstring>& paths);
+
     /// Empties the merge and reads every file in order; true if any of them read. A file
     /// whose reading throws ends the reload there.
     bool ReloadMapkeys();
@@ -42,7 +46,7 @@ public:
     /// The empty key takes what no other key fits; "Mapkeys" is the mapkeys' category.
     static void LoadCategories(std::map<std::string, std::string>& out);
 
-    /// Finds the picture file of a command or mapkey image `name` (system code page): `name`
+    /// Finds the picture file of a command or mapkey image `name` (UTF-8): `name`
     /// itself when it exists, else the name with each of its own extension, ".bif", ".png",
     /// ".gif", ".bmp" and ".jpg" in turn, looked for in PRO_DIRECTORY's "text/resource" and
     /// then "proe/uitools/text/resource". True and the path in `path` when one was found.

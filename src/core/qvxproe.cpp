@@ -2,6 +2,7 @@
 #include "core/qvxproe.h"
 
 #include "catalogue/pro_commands.h"
+#include "core/action_tree.h"
 #include "core/language.h"
 #include "core/startup_platform.h"
 #include "support/os.h"
@@ -73,8 +74,11 @@ void CQvxProE::OnConfigTimer() {
     OnProMode(m_mode);
 }
 
+void CQvxProE::BuildActionTree() {
+    qvx::core::BuildActionTree(TheProECommands(), m_actionTree, m_actionImages);
+}
+
 // Until the pieces behind them exist, these steps of Start() and Stop() do nothing.
-void CQvxProE::BuildActionTree() {}
 void CQvxProE::LoadSettingsToDriver() {}
 void CQvxProE::AddHostMenu() {}
 void CQvxProE::CreateLcdApplet() {}

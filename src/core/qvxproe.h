@@ -5,6 +5,8 @@
 
 #include "toolkit/pro_types.h"
 
+#include "client/oxapp/action_node.h"
+#include "client/oxapp/ox_image.h"
 #include "client/ovk/interface_ptr.h"
 #include "client/ovk/signals.h"
 #include "nav/command_bindings.h"
@@ -52,6 +54,8 @@ public:
     const std::wstring& TextDirectory() const { return m_textDirectory; }
     std::uint32_t TimerId() const { return m_timerId.Id(); }
     const std::map<std::uint32_t, CommandHandler>& Commands() const { return m_commands; }
+    const oxapp::CActionNode* ActionTree() const { return m_actionTree.get(); }
+    const std::vector<oxapp::COxImage>& ActionImages() const { return m_actionImages; }
     /// The driver's device object; empty when the plug-in has no driver.
     const ovk::interface_ptr<ovk::IObject>& Device() const { return m_device; }
 
@@ -79,6 +83,10 @@ private:
     qvx::CThreadTimer m_timerId;
     ProMode m_mode = -3;
     std::map<std::uint32_t, CommandHandler> m_commands;
+    /// What the device's buttons can be given; rebuilt whole when the host's files change.
+    std::unique_ptr<oxapp::CActionNode> m_actionTree;
+    /// The icons of the tree's actions, gathered by builds until a publish sends them.
+    std::vector<oxapp::COxImage> m_actionImages;
     ovk::interface_ptr<ovk::IObject> m_device;
     std::vector<ovk::interface_ptr<ovk::ISlot>> m_connections;
 };

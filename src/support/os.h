@@ -46,8 +46,8 @@ void SetEnv(const std::wstring& name, const std::optional<std::wstring>& value);
 std::wstring CurrentDirectory();
 
 /// The names (not paths) in `dir` that match the wild-card `pattern` ("*" and "?", case
-/// ignored), in the file system's order; natively that order is the names' byte order, as
-/// the host's file system lists them sorted. Empty when the folder cannot be listed.
+/// ignored), in the file system's order; natively that order is the names' order compared
+/// upper-cased byte by byte, as the host's file system lists them. Empty when the folder cannot be listed.
 std::vector<std::wstring> FindFiles(const std::wstring& dir, const std::wstring& pattern);
 
 /// The full path of the process's program file; empty when it cannot be had.

@@ -73,7 +73,17 @@ std::vector<std::wstring> FindFiles(const std::wstring& dir, const std::wstring&
         std::string name = it->path().filename().string();
         if (fnmatch(glob.c_str(), name.c_str(), FNM_CASEFOLD) == 0) names.push_back(name);
     }
-    std::sort(names.begin(), names.end());
+    // The host's file system lists a folder by the names upper-cased, byte by byte.
+    auto upper = [](std::string text) {
+        for (char& c : text) {
+            if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+        }
+        return text;
+    };
+    std::sort(names.begin(), names.end(), [&](const std::string& a, const std::string& b) {
+        std::string ua = upper(a), ub = upper(b);
+        return ua != ub ? ua < ub : a < b;
+    });
     std::vector<std::wstring> out;
     for (const std::string& name : names) out.push_back(WidenUtf8(name));
     return out;

@@ -1,5 +1,5 @@
 # Runs TOOL (through EMULATOR when cross-built) with `mapkeys --install-dir /qvx`, or with
-# `resfile` when MODE is resfile, on the file
+# `resfile` when MODE is resfile (or `tree` on an installation when MODE is tree), on the file
 # INPUT, or on each *.pro file of INPUT_DIR, and compares its output with the file of the same name plus ".expected"
 # in EXPECTED_DIR, byte for byte.
 if(INPUT_DIR)
@@ -20,6 +20,12 @@ foreach(input IN LISTS INPUTS)
         set(command resfile)
     elseif(MODE STREQUAL "lint")
         set(command lint)
+    elseif(MODE STREQUAL "tree")
+        # INPUT is an installation; its own config.pro gives the mapkeys. LANG is set, so the
+        # installation's language file is read whatever the caller's environment says.
+        set(ENV{LANG} C)
+        set(command tree --install ${input} --known ${KNOWN})
+        set(arg ${input}/text/config.pro)
     else()
         set(command mapkeys --install-dir /qvx)
     endif()

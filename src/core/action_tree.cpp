@@ -1,0 +1,143 @@
+#include "core/action_tree.h"
+
+#include "catalogue/action.h"
+#include "catalogue/pro_commands.h"
+#include "support/os.h"
+#include "support/text_table.h"
+
+#include <array>
+#include <map>
+#include <stdexcept>
+#include <string>
+
+namespace qvx::core {
+namespace {
+
+using oxapp::CActionNode;
+
+constexpr std::uint32_t kMarkupLabel = 295;
+constexpr std::uint32_t kMapkeysLabel = 296;
+
+struct CMarkupMacro {
+    const wchar_t* text;
+    std::uint32_t label;
+};
+
+// The markup macros in the order the category shows them.
+constexpr std::array<CMarkupMacro, 10> kMarkupMacros = {{
+    {L"#NOTE", 801},
+    {L"#ARROW", 802},
+    {L"#CURVE", 803},
+    {L"#SKETCH", 804},
+    {L"#LINE", 805},
+    {L"#MOVE", 806},
+    {L"#MODIFY", 807},
+    {L"#DELETE", 808},
+    {L"#SETUP", 809},
+    {L"##DONE/RETURN", 810},
+}};
+
+std::string Utf8(const std::wstring& text) { return os::NarrowUtf8(text); }
+
+/// Puts `node` at the head of the chain `head`; the chain so reads in reverse order of making.
+void PushFront(CActionNode*& head, CActionNode* node) {
+    node->SetNext(head);
+    head = node;
+}
+
+/// Records the icon of an action whose leaf has `id`, when the action names one that is found.
+void CollectIcon(const CAction& action, const std::string& id,
+                 std::vector<oxapp::COxImage>& images) {
+    if (action.GetImage().empty()) return;
+    std::wstring path;
+    if (!CProECommands::FindIcon(path, Utf8(action.GetImage()))) return;
+    try {
+        oxapp::COxImage image;
+        image.SetId(id.c_str());
+        image.SetFile(Utf8(path).c_str(), /*index=*/0);
+        images.push_back(std::move(image));
+    } catch (const std::runtime_error&) {
+        // The picture is dropped; the action stays in the tree without it.
+    }
+}
+
+/// A leaf for `action`, with `label` shown for it, and its icon collected.
+CActionNode* MakeLeaf(const CAction& action, const std::string& label,
+                      std::vector<oxapp::COxImage>& images) {
+    std::string id = action.ToIdentifier();
+    auto* leaf =
+        new CActionNode(id.c_str(), label.c_str(), Utf8(action.GetTooltip()).c_str(), kOxAction);
+    CollectIcon(action, id, images);
+    return leaf;
+}
+
+CActionNode* MarkupCategory() {
+    const std::string label = Utf8(LoadText(kMarkupLabel));
+    auto* category = new CActionNode((label + "_id").c_str(), label.c_str(), kOxActionCategory);
+    CActionNode* head = nullptr;
+    for (auto row = kMarkupMacros.rbegin(); row != kMarkupMacros.rend(); ++row) {
+        CAction macro(row->text, LoadText(row->label), CAction::kProMacro, L"", L"");
+        std::string id = macro.ToIdentifier();
+        PushFront(head, new CActionNode(id.c_str(), Utf8(macro.GetLabel()).c_str(), "", kOxAction));
+    }
+    category->SetChildren(head);
+    return category;
+}
+
+CActionNode* MapkeysCategory(CProECommands& catalogue, std::vector<oxapp::COxImage>& images) {
+    std::vector<CMapkeyEntry> mapkeys;
+    if (!catalogue.GetMapkeys(mapkeys)) return nullptr;
+    const std::string label = Utf8(LoadText(kMapkeysLabel));
+    auto* category = new CActionNode("mapkeys_id", label.c_str(), kOxActionCategory);
+    CActionNode* head = nullptr;
+    for (const CMapkeyEntry& entry : mapkeys) {
+        const CAction& action = entry.first;
+        std::wstring keys = action.GetText();
+        if (!keys.empty() && keys.front() == L'$') keys.erase(0, 1);
+        PushFront(head,
+                  MakeLeaf(action, Utf8(action.GetLabel()) + " (" + Utf8(keys) + ")", images));
+    }
+    category->SetChildren(head);
+    return category;
+}
+
+void AppendCommandCategories(CProECommands& catalogue, CActionNode& root,
+                             std::vector<oxapp::COxImage>& images) {
+    std::map<std::string, std::string> categories;
+    CProECommands::LoadCategories(categories);
+    std::vector<CCommandEntry> commands;
+    catalogue.GetCommands(commands);
+    // Greatest key first: the empty key, which every command name with "ProCmd" fits, comes
+    // last and takes what the others left.
+    for (auto it = categories.rbegin(); it != categories.rend(); ++it) {
+        const std::string needle = "ProCmd" + it->first;
+        CActionNode* head = nullptr;
+        std::vector<CCommandEntry> left;
+        for (CCommandEntry& command : commands) {
+            if (command.first.find(needle) == std::string::npos) {
+                left.push_back(std::move(command));
+                continue;
+            }
+            const CAction& action = command.second;
+            PushFront(head, MakeLeaf(action, Utf8(action.GetLabel()), images));
+        }
+        commands = std::move(left);
+        auto* category =
+            new CActionNode((it->first + "_id").c_str(), it->second.c_str(), kOxActionCategory);
+        category->SetChildren(head);
+        root.AppendChild(category);
+    }
+}
+
+}  // namespace
+
+void BuildActionTree(CProECommands& catalogue, std::unique_ptr<CActionNode>& root,
+                     std::vector<oxapp::COxImage>& images) {
+    root.reset();
+    root = std::make_unique<CActionNode>(kDefaultActionSetId, kDefaultActionSetLabel, kOxActionSet);
+    root->AppendChild(MarkupCategory());
+    if (CActionNode* mapkeys = MapkeysCategory(catalogue, images)) root->AppendChild(mapkeys);
+    AppendCommandCategories(catalogue, *root, images);
+}
+
+}  // namespace qvx::core
