@@ -2,11 +2,13 @@
 // installation of 5,000 command resource files, with and without a 1 MB language file, and a
 // 10,000-line config.pro. The catalogue scan runs against the simulated host's command table;
 // BM_CatalogueScanLanguageCost times the scan with and without the language file in the same
-// iterations and reports their ratio.
+// iterations and reports their ratio; BM_ActionTreeAgainstScan the whole action tree (with
+// 1,000 mapkeys) against the bare scan.
 #include "catalogue/cmd_res.h"
 #include "catalogue/halvane_folder.h"
 #include "catalogue/mapkey_file.h"
 #include "catalogue/pro_commands.h"
+#include "core/action_tree.h"
 #include "sim/host/session.h"
 #include "support/os.h"
 #include "toolkit/host_table.h"
@@ -18,6 +20,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -167,6 +170,44 @@ void BM_CatalogueScanLanguageCost(benchmark::State& state) {
     state.counters["ratio"] = Ms(with).count() / Ms(without).count();
 }
 BENCHMARK(BM_CatalogueScanLanguageCost)->Unit(benchmark::kMillisecond);
+
+// The whole action tree of the installation with 1,000 mapkeys against the bare catalogue
+// scan of the same files, timed in the same iterations.
+void BM_ActionTreeAgainstScan(benchmark::State& state) {
+    using Clock = std::chrono::steady_clock;
+    auto& inst = TheInstallation();
+    const fs::path mapkeys = inst.root / "mapkeys.pro";
+    {
+        std::ofstream out(mapkeys);
+        for (int i = 0; i < 1000; ++i) {
+            out << "mapkey k" << i << " @MAPKEY_NAMETip " << i << ";@MAPKEY_LABELLabel " << i
+                << ";~ Command `ProCmd" << i << "`;\n";
+        }
+    }
+    ovklib::SetHalvaneInstallFolderOverride(std::wstring(L"/qvx"));
+    Clock::duration scan{}, tree{};
+    for (auto _ : state) {
+        auto t0 = Clock::now();
+        ScanOnce(false);
+        auto t1 = Clock::now();
+        qvx::os::SetEnv(L"PRO_DIRECTORY", inst.root.wstring());
+        CProECommands catalogue;
+        catalogue.SetMapkeyFiles({mapkeys.wstring()});
+        std::unique_ptr<oxapp::CActionNode> root;
+        std::vector<oxapp::COxImage> images;
+        qvx::core::BuildActionTree(catalogue, root, images);
+        auto t2 = Clock::now();
+        benchmark::DoNotOptimize(root);
+        scan += t1 - t0;
+        tree += t2 - t1;
+    }
+    using Ms = std::chrono::duration<double, std::milli>;
+    double n = static_cast<double>(state.iterations());
+    state.counters["scan_ms"] = Ms(scan).count() / n;
+    state.counters["tree_ms"] = Ms(tree).count() / n;
+    state.counters["ratio"] = Ms(tree).count() / Ms(scan).count();
+}
+BENCHMARK(BM_ActionTreeAgainstScan)->Unit(benchmark::kMillisecond);
 
 void BM_ReadConfigPro(benchmark::State& state) {
     auto& inst = TheInstallation();
