@@ -108,20 +108,18 @@ void AppendCommandCategories(CProECommands& catalogue, CActionNode& root,
     std::vector<CCommandEntry> commands;
     catalogue.GetCommands(commands);
     // Greatest key first: the empty key, which every command name with "ProCmd" fits, comes
-    // last and takes what the others left.
+    // last and takes what the others left. A claimed command stays where it is in the list
+    // and is only marked, so nothing is copied.
+    std::vector<bool> claimed(commands.size(), false);
     for (auto it = categories.rbegin(); it != categories.rend(); ++it) {
         const std::string needle = "ProCmd" + it->first;
         CActionNode* head = nullptr;
-        std::vector<CCommandEntry> left;
-        for (CCommandEntry& command : commands) {
-            if (command.first.find(needle) == std::string::npos) {
-                left.push_back(std::move(command));
-                continue;
-            }
-            const CAction& action = command.second;
+        for (std::size_t i = 0; i < commands.size(); ++i) {
+            if (claimed[i] || commands[i].first.find(needle) == std::string::npos) continue;
+            claimed[i] = true;
+            const CAction& action = commands[i].second;
             PushFront(head, MakeLeaf(action, Utf8(action.GetLabel()), images));
         }
-        commands = std::move(left);
         auto* category =
             new CActionNode((it->first + "_id").c_str(), it->second.c_str(), kOxActionCategory);
         category->SetChildren(head);

@@ -74,16 +74,18 @@ std::vector<std::wstring> FindFiles(const std::wstring& dir, const std::wstring&
         if (fnmatch(glob.c_str(), name.c_str(), FNM_CASEFOLD) == 0) names.push_back(name);
     }
     // The host's file system lists a folder by the names upper-cased, byte by byte.
-    auto upper = [](std::string text) {
-        for (char& c : text) {
+    std::vector<std::pair<std::string, std::string>> keyed;
+    keyed.reserve(names.size());
+    for (std::string& name : names) {
+        std::string upper = name;
+        for (char& c : upper) {
             if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
         }
-        return text;
-    };
-    std::sort(names.begin(), names.end(), [&](const std::string& a, const std::string& b) {
-        std::string ua = upper(a), ub = upper(b);
-        return ua != ub ? ua < ub : a < b;
-    });
+        keyed.emplace_back(std::move(upper), std::move(name));
+    }
+    std::sort(keyed.begin(), keyed.end());
+    names.clear();
+    for (auto& entry : keyed) names.push_back(std::move(entry.second));
     std::vector<std::wstring> out;
     for (const std::string& name : names) out.push_back(WidenUtf8(name));
     return out;
