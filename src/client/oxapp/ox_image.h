@@ -52,8 +52,8 @@ public:
 
     /// Turns a resource image into a data image with a copy of the resource's bytes; false,
     /// and the image unchanged, when the module or the resource cannot be read or the image
-    /// is no resource. The resource's type, when it has none, is the first of the module's
-    /// types that holds the id.
+    /// is no resource. The module is loaded as a library; the resource's type is the first of
+    /// the module's types that holds the id, whatever type the image names.
     bool Load();
 
     /// The record handed to the driver; valid until this image changes.

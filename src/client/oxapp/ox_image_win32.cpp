@@ -49,19 +49,16 @@ BOOL CALLBACK TryType(HMODULE module, LPSTR type, LONG_PTR context) {
 bool COxImage::Load() {
     if (Type() != kOxImageResource || m_fileName.empty() || !ResourceId()) return false;
     try {
-        // Only the resources are read, so the module's code is neither run nor bound.
-        CScopedModule module(LoadLibraryExA(m_fileName.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE));
+        CScopedModule module(LoadLibraryA(m_fileName.c_str()));
         if (!module) return false;
         // The id is copied: SetData below replaces the storage that ResourceId points into.
         ResourceName id = m_resourceId;
         TypeSearch search;
         search.id = id.Pointer();
-        if (ResourceType()) {
-            search.found = m_resourceType.Pointer();
-        } else {
-            EnumResourceTypesA(module.Get(), &TryType, reinterpret_cast<LONG_PTR>(&search));
-            if (!search.found) return false;
-        }
+        // The type is found by asking each of the module's types for the id, whatever type
+        // the image names: the first type that has the id is the one read.
+        EnumResourceTypesA(module.Get(), &TryType, reinterpret_cast<LONG_PTR>(&search));
+        if (!search.found) return false;
         HRSRC resource = FindResourceA(module.Get(), search.id, search.found);
         if (!resource) ThrowLastError("FindResource");
         HGLOBAL loaded = LoadResource(module.Get(), resource);
