@@ -53,9 +53,8 @@ TEST_F(ClientTest, TreeOfTheSampleInstallationReachesTheDriverLineForLine) {
     EXPECT_TRUE(cfg->WriteActions(root->Record()));
     std::string held = driver.Record("actions");
     EXPECT_EQ(held, expected);
-    // The test program carries none of the plug-in's string resources, so categories from
-    // the string table have empty labels here; ids and host texts are the plug-in's own.
-    EXPECT_EQ(held.rfind("node\t0\t0\tDefault\tNo Part\t\n", 0), 0u);
+    EXPECT_EQ(held.rfind("node\t0\t0\tDefault\tNo Part\t\nnode\t1\t1\tMarkup_id\tMarkup\t\n", 0),
+              0u);
     EXPECT_NE(held.find("\nnode\t2\t2\tProMacro $F5\tSave (F5)\tSave\n"), std::string::npos);
     EXPECT_NE(held.find("\tProCmd ~ Command `ProCmdViewRefit`;\tEinpassen\t"), std::string::npos);
 
