@@ -361,7 +361,7 @@ void CScenarioRunner::AddCoreVerbs() {
     AddVerb("host", [this, need](const std::vector<std::string>& args) {
         if (!need(args, 2,
                   "host version|build|textdir|wchar-size|omit|unknown-command|fail|throw|"
-                  "graphics-window ...")) {
+                  "graphics-window|sample-install ...")) {
             return false;
         }
         CSession& s = CSession::Instance();
@@ -382,6 +382,15 @@ void CScenarioRunner::AddCoreVerbs() {
             return HostFault(args);
         } else if (what == "graphics-window") {
             return GraphicsWindowStep(args[1]);
+        } else if (what == "sample-install") {
+            // The repository's sample installation, reached through Wine's drive Z:, is laid
+            // out at the path given, and PRO_DIRECTORY names it.
+            std::string source = std::string("Z:") + QVX_SAMPLE_INSTALL;
+            std::error_code ec;
+            fs::copy(fs::path(Wide(source)), fs::path(Wide(args[1])),
+                     fs::copy_options::recursive | fs::copy_options::overwrite_existing, ec);
+            if (ec) return Fail("cannot lay out the sample installation: " + ec.message());
+            qvx::os::SetEnv(L"PRO_DIRECTORY", Wide(args[1]));
         } else {
             return Fail("unknown host setting '" + what + "'");
         }
