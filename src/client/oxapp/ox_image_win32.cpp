@@ -1,6 +1,7 @@
 // Reading a resource image's bytes out of its module.
 #include "client/oxapp/ox_image.h"
 
+#include "support/boundary.h"
 #include "support/win32_handles.h"
 #include "support/windows_api.h"
 
@@ -33,15 +34,18 @@ struct TypeSearch {
 };
 
 BOOL CALLBACK TryType(HMODULE module, LPSTR type, LONG_PTR context) {
-    auto& search = *reinterpret_cast<TypeSearch*>(context);
-    if (!FindResourceA(module, search.id, type)) return TRUE;
-    if (IS_INTRESOURCE(type)) {
-        search.found = type;
-    } else {
-        search.foundText = type;
-        search.found = search.foundText.c_str();
-    }
-    return FALSE;
+    // Called back by the system: a failure ends the enumeration with nothing found.
+    return qvx::CallAtBoundary("COxImage::TryType", FALSE, [&]() -> BOOL {
+        auto& search = *reinterpret_cast<TypeSearch*>(context);
+        if (!FindResourceA(module, search.id, type)) return TRUE;
+        if (IS_INTRESOURCE(type)) {
+            search.found = type;
+        } else {
+            search.foundText = type;
+            search.found = search.foundText.c_str();
+        }
+        return FALSE;
+    });
 }
 
 }  // namespace
