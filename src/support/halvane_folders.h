@@ -11,6 +11,9 @@ inline constexpr int kLocalAppDataFolder = 28;
 /// The shell folder `csidl` with the sub-folder "Quorvex\Halvane", created when missing.
 /// Throws std::runtime_error "Cannot get the halvane folder path".
 std::wstring GetHalvaneFolder(int csidl);
+/// The roaming application data folder's "Quorvex", created when missing: the plug-in's own
+/// log lies there. Throws the low 16 bits of the error as a `long`.
+std::wstring GetQuorvexRoamingFolder();
 /// The same in the local application data folder. Throws std::runtime_error "Cannot get the
 /// halvane local appdata folder".
 std::wstring GetHalvaneLocalAppDataFolder();

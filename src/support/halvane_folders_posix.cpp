@@ -18,4 +18,17 @@ std::wstring GetHalvaneFolder(int) {
     return qvx::os::WidenUtf8(dir.string());
 }
 
+std::wstring GetQuorvexRoamingFolder() {
+    // ERROR_PATH_NOT_FOUND, as the shell would give it.
+    constexpr long kPathNotFound = 3;
+    auto home = qvx::os::GetEnv(L"HOME");
+    if (!home || home->empty()) throw kPathNotFound;
+    std::filesystem::path dir =
+        std::filesystem::path(qvx::os::NarrowUtf8(*home)) / ".config" / "Quorvex";
+    std::error_code ec;
+    std::filesystem::create_directories(dir, ec);
+    if (ec) throw kPathNotFound;
+    return qvx::os::WidenUtf8(dir.string());
+}
+
 }  // namespace ovklib

@@ -18,4 +18,12 @@ std::wstring GetHalvaneFolder(int csidl) {
     return path;
 }
 
+std::wstring GetQuorvexRoamingFolder() {
+    wchar_t path[MAX_PATH] = {};
+    HRESULT status = SHGetFolderPathAndSubDirW(nullptr, CSIDL_APPDATA | CSIDL_FLAG_CREATE, nullptr,
+                                               SHGFP_TYPE_CURRENT, L"Quorvex", path);
+    if (FAILED(status)) throw static_cast<long>(status & 0xFFFF);
+    return path;
+}
+
 }  // namespace ovklib

@@ -47,7 +47,8 @@ std::wstring CurrentDirectory();
 
 /// The names (not paths) in `dir` that match the wild-card `pattern` ("*" and "?", case
 /// ignored), in the file system's order; natively that order is the names' order compared
-/// upper-cased byte by byte, as the host's file system lists them. Empty when the folder cannot be listed.
+/// upper-cased byte by byte, as the host's file system lists them. Empty when the folder cannot be
+/// listed.
 std::vector<std::wstring> FindFiles(const std::wstring& dir, const std::wstring& pattern);
 
 /// The full path of the process's program file; empty when it cannot be had.
@@ -66,6 +67,19 @@ std::string NarrowUtf8(std::wstring_view text);
 
 /// Milliseconds of a clock that never goes back.
 std::uint64_t MonotonicMs();
+
+/// The local time of day, 24 hours, with its milliseconds.
+struct TimeOfDay {
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+    int millisecond = 0;
+};
+TimeOfDay LocalTimeOfDay();
+
+/// Appends `bytes` to the file at `path` (made when missing), opened for this call only and
+/// shared with other readers and writers; false when it cannot be opened or written.
+bool AppendToFile(const std::wstring& path, std::string_view bytes);
 
 /// The separator of the platform's paths; the host's paths use '\\', the native build '/'.
 inline constexpr wchar_t kPathSeparator =

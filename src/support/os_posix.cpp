@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include <chrono>
+#include <ctime>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -104,6 +105,26 @@ std::uint64_t MonotonicMs() {
     using namespace std::chrono;
     return static_cast<std::uint64_t>(
         duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
+}
+
+}  // namespace qvx::os
+
+namespace qvx::os {
+
+TimeOfDay LocalTimeOfDay() {
+    auto now = std::chrono::system_clock::now();
+    std::time_t seconds = std::chrono::system_clock::to_time_t(now);
+    std::tm local{};
+    localtime_r(&seconds, &local);
+    auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(now.time_since_epoch()) % 1000;
+    return {local.tm_hour, local.tm_min, local.tm_sec, static_cast<int>(ms.count())};
+}
+
+bool AppendToFile(const std::wstring& path, std::string_view bytes) {
+    std::FILE* file = std::fopen(NarrowUtf8(path).c_str(), "ab");
+    if (!file) return false;
+    bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+    return std::fclose(file) == 0 && written;
 }
 
 }  // namespace qvx::os

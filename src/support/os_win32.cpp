@@ -2,7 +2,9 @@
 #include "support/os.h"
 #include "support/win32_handles.h"
 
+#include <cstdio>
 #include <cstdlib>
+#include <share.h>
 
 namespace qvx::os {
 
@@ -108,6 +110,24 @@ std::uint64_t MonotonicMs() {
     QueryPerformanceCounter(&c);
     return static_cast<std::uint64_t>(c.QuadPart / frequency * 1000 +
                                       c.QuadPart % frequency * 1000 / frequency);
+}
+
+}  // namespace qvx::os
+
+namespace qvx::os {
+
+TimeOfDay LocalTimeOfDay() {
+    SYSTEMTIME local{};
+    GetLocalTime(&local);
+    return {local.wHour, local.wMinute, local.wSecond, local.wMilliseconds};
+}
+
+bool AppendToFile(const std::wstring& path, std::string_view bytes) {
+    // Binary, so the bytes land as given; shared so that other writers and readers get in.
+    std::FILE* file = _wfsopen(path.c_str(), L"ab", _SH_DENYNO);
+    if (!file) return false;
+    bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+    return std::fclose(file) == 0 && written;
 }
 
 }  // namespace qvx::os
