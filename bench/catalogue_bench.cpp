@@ -151,30 +151,38 @@ void BM_CatalogueScanWith1MbLanguageFile(benchmark::State& state) {
 }
 BENCHMARK(BM_CatalogueScanWith1MbLanguageFile)->Unit(benchmark::kMillisecond);
 
-void BM_CatalogueScanLanguageCost(benchmark::State& state) {
+/// Times `bare` and then `measured` in each iteration and reports both means and their
+/// ratio, so that the two figures always come from one run under one load.
+template <typename Bare, typename Measured>
+void TimeAgainst(benchmark::State& state, const char* bareName, Bare bare, const char* measuredName,
+                 Measured measured) {
     using Clock = std::chrono::steady_clock;
-    Clock::duration without{}, with{};
+    Clock::duration bareTime{}, measuredTime{};
     for (auto _ : state) {
         auto t0 = Clock::now();
-        ScanOnce(false);
+        bare();
         auto t1 = Clock::now();
-        ScanOnce(true);
+        measured();
         auto t2 = Clock::now();
-        without += t1 - t0;
-        with += t2 - t1;
+        bareTime += t1 - t0;
+        measuredTime += t2 - t1;
     }
     using Ms = std::chrono::duration<double, std::milli>;
     double n = static_cast<double>(state.iterations());
-    state.counters["without_ms"] = Ms(without).count() / n;
-    state.counters["with_1MB_ms"] = Ms(with).count() / n;
-    state.counters["ratio"] = Ms(with).count() / Ms(without).count();
+    state.counters[bareName] = Ms(bareTime).count() / n;
+    state.counters[measuredName] = Ms(measuredTime).count() / n;
+    state.counters["ratio"] = Ms(measuredTime).count() / Ms(bareTime).count();
+}
+
+void BM_CatalogueScanLanguageCost(benchmark::State& state) {
+    TimeAgainst(
+        state, "without_ms", [] { ScanOnce(false); }, "with_1MB_ms", [] { ScanOnce(true); });
 }
 BENCHMARK(BM_CatalogueScanLanguageCost)->Unit(benchmark::kMillisecond);
 
 // The whole action tree of the installation with 1,000 mapkeys against the bare catalogue
 // scan of the same files, timed in the same iterations.
 void BM_ActionTreeAgainstScan(benchmark::State& state) {
-    using Clock = std::chrono::steady_clock;
     auto& inst = TheInstallation();
     const fs::path mapkeys = inst.root / "mapkeys.pro";
     {
@@ -185,27 +193,17 @@ void BM_ActionTreeAgainstScan(benchmark::State& state) {
         }
     }
     ovklib::SetHalvaneInstallFolderOverride(std::wstring(L"/qvx"));
-    Clock::duration scan{}, tree{};
-    for (auto _ : state) {
-        auto t0 = Clock::now();
-        ScanOnce(false);
-        auto t1 = Clock::now();
-        qvx::os::SetEnv(L"PRO_DIRECTORY", inst.root.wstring());
-        CProECommands catalogue;
-        catalogue.SetMapkeyFiles({mapkeys.wstring()});
-        std::unique_ptr<oxapp::CActionNode> root;
-        std::vector<oxapp::COxImage> images;
-        qvx::core::BuildActionTree(catalogue, root, images);
-        auto t2 = Clock::now();
-        benchmark::DoNotOptimize(root);
-        scan += t1 - t0;
-        tree += t2 - t1;
-    }
-    using Ms = std::chrono::duration<double, std::milli>;
-    double n = static_cast<double>(state.iterations());
-    state.counters["scan_ms"] = Ms(scan).count() / n;
-    state.counters["tree_ms"] = Ms(tree).count() / n;
-    state.counters["ratio"] = Ms(tree).count() / Ms(scan).count();
+    TimeAgainst(
+        state, "scan_ms", [] { ScanOnce(false); }, "tree_ms",
+        [&] {
+            qvx::os::SetEnv(L"PRO_DIRECTORY", inst.root.wstring());
+            CProECommands catalogue;
+            catalogue.SetMapkeyFiles({mapkeys.wstring()});
+            std::unique_ptr<oxapp::CActionNode> root;
+            std::vector<oxapp::COxImage> images;
+            qvx::core::BuildActionTree(catalogue, root, images);
+            benchmark::DoNotOptimize(root);
+        });
 }
 BENCHMARK(BM_ActionTreeAgainstScan)->Unit(benchmark::kMillisecond);
 

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+
 namespace {
 
 using oxapp::CActionNode;
@@ -64,26 +66,26 @@ TEST(ActionNode, LinksPointAtRecordsAndLeadBackToTheirNodes) {
 // A million links would overflow the stack many times over if deletion recursed.
 constexpr int kLong = 1'000'000;
 
-TEST(ActionNode, MillionSiblingsAreDeletedInConstantStack) {
+/// Hangs kLong nodes one behind the other through `link` and deletes the head.
+template <typename Link>
+void DeleteLongChain(std::uint32_t type, Link link) {
     auto* root = new CActionNode("Part", "Part", kOxActionSet);
     CActionNode* last = root;
     for (int i = 0; i < kLong; ++i) {
-        auto* next = new CActionNode("a", "b", kOxAction);
-        last->SetNext(next);
-        last = next;
+        auto* node = new CActionNode("a", "b", type);
+        link(*last, node);
+        last = node;
     }
     delete root;
 }
 
+TEST(ActionNode, MillionSiblingsAreDeletedInConstantStack) {
+    DeleteLongChain(kOxAction, [](CActionNode& at, CActionNode* node) { at.SetNext(node); });
+}
+
 TEST(ActionNode, MillionDeepChainIsDeletedInConstantStack) {
-    auto* root = new CActionNode("Part", "Part", kOxActionSet);
-    CActionNode* last = root;
-    for (int i = 0; i < kLong; ++i) {
-        auto* child = new CActionNode("a", "b", kOxActionCategory);
-        last->SetChildren(child);
-        last = child;
-    }
-    delete root;
+    DeleteLongChain(kOxActionCategory,
+                    [](CActionNode& at, CActionNode* node) { at.SetChildren(node); });
 }
 
 }  // namespace
