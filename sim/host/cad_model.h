@@ -16,6 +16,11 @@ Matrix4 Multiply(const Matrix4& a, const Matrix4& b);
 /// A point as a row vector times the matrix (with w = 1).
 Point3 Transform(const Point3& p, const Matrix4& m);
 
+/// The host's model types.
+inline constexpr int kModelAssembly = 1;
+inline constexpr int kModelPart = 2;
+inline constexpr int kModelDrawing = 3;
+
 struct CEdge {
     Point3 from;
     Point3 to;
@@ -23,7 +28,7 @@ struct CEdge {
 
 struct CModel {
     std::string name;
-    int type = 0;  ///< the host's model type: 1 assembly, 2 part, 3 drawing
+    int type = kModelPart;  ///< the host's model type: kModelAssembly, kModelPart, kModelDrawing
     std::vector<CEdge> edges;
     Point3 boxMin{};
     Point3 boxMax{};

@@ -20,6 +20,11 @@ void CSession::Reset() {
     messages.clear();
     calls.clear();
     m_omitted.clear();
+    notifications.clear();
+    refusedNotifications.clear();
+    forcedMode.reset();
+    sectionActive = 0;
+    m_behind.clear();
     CloseModel();
     configOptions.clear();
     configOptions[L"max_animation_time"] = L"1.0";
@@ -55,12 +60,16 @@ Point3 CSession::PanZoomPoint(const Point3& w) const {
     return p;
 }
 
-void CSession::OpenModel(const std::string& name) {
+void CSession::OpenModel(const std::string& name, int type) {
+    PutCurrentBehind();
     model = MakeSamplePart(name);
+    model->type = type;
     orientation = Identity();
     savedViews.clear();
     displayStyle = "Shading";
     Refit();
+    Notify(18);
+    Notify(24);
 }
 
 void CSession::CloseModel() {
@@ -68,6 +77,62 @@ void CSession::CloseModel() {
     orientation = Identity();
     panZoom = Identity();
     savedViews.clear();
+    if (!m_behind.empty()) {
+        BringForward(m_behind.size() - 1);
+        Notify(24);
+    }
+}
+
+bool CSession::ActivateWindow(const std::string& name) {
+    for (std::size_t i = 0; i < m_behind.size(); ++i) {
+        if (m_behind[i].model.name != name) continue;
+        PutCurrentBehind();
+        BringForward(i);
+        Notify(24);
+        return true;
+    }
+    if (!model || model->name != name) return false;
+    Notify(24);
+    return true;
+}
+
+void CSession::PutCurrentBehind() {
+    if (!model) return;
+    m_behind.push_back({*model, orientation, panZoom, savedViews, displayStyle});
+    model.reset();
+}
+
+void CSession::BringForward(std::size_t index) {
+    CWindow window = std::move(m_behind[index]);
+    m_behind.erase(m_behind.begin() + static_cast<std::ptrdiff_t>(index));
+    model = std::move(window.model);
+    orientation = window.orientation;
+    panZoom = window.panZoom;
+    savedViews = std::move(window.savedViews);
+    displayStyle = std::move(window.displayStyle);
+}
+
+ProError CSession::Notify(ProNotifyType type) {
+    auto found = notifications.find(type);
+    if (found == notifications.end() || !found->second) return 0;
+    Record("notification " + std::to_string(type));
+    ProError status = found->second();
+    if (status != 0)
+        Record("notification " + std::to_string(type) + " -> " + std::to_string(status));
+    return status;
+}
+
+std::optional<ProMode> CSession::CurrentMode() const {
+    if (forcedMode) return forcedMode;
+    if (!model) return std::nullopt;
+    switch (model->type) {
+        case kModelAssembly:
+            return 5;
+        case kModelDrawing:
+            return 6;
+        default:
+            return 1;
+    }
 }
 
 void CSession::Refit() {

@@ -62,11 +62,33 @@ public:
     /// The host's configuration options, as text.
     std::map<std::wstring, std::wstring> configOptions;
 
-    /// Opens the sample part as the current model, in the default view, fitted.
-    void OpenModel(const std::string& name);
+    /// Opens the sample part as the current model of `type`, in the default view, fitted, in a
+    /// window of its own: the model retrieved (18), then its window made current (24). A model
+    /// that was current before stays open behind it.
+    void OpenModel(const std::string& name, int type = kModelPart);
+    /// Closes the current model and its window; the model opened last before it becomes
+    /// current (24). The host's mode is not re-evaluated when none is left.
     void CloseModel();
+    /// Makes the open model `name` current (24); false when no such model is open.
+    bool ActivateWindow(const std::string& name);
     /// What the host's refit command does: fit the model's box into the window.
     void Refit();
+
+    // -- Notifications and the host's mode ---------------------------------------------------
+    /// The callback the plug-in registered for each notification type.
+    std::map<ProNotifyType, ProFunction> notifications;
+    /// Types whose registration the host refuses, with the status it gives.
+    std::map<ProNotifyType, ProError> refusedNotifications;
+    /// Calls the callback registered for `type`, as the host does inside its own work; the
+    /// callback's status, or 0 when none is registered. Recorded as a call.
+    ProError Notify(ProNotifyType type);
+    /// What ProModeCurrentGet gives: `forcedMode` when set, else the current model's (part 1,
+    /// assembly 5, drawing 6); without a model the call fails and leaves the mode alone.
+    std::optional<ProMode> forcedMode;
+    std::optional<ProMode> CurrentMode() const;
+    /// What ProSectionIsActive writes: 1 while a sketch section is edited; other values on
+    /// purpose.
+    ProBoolean sectionActive = 0;
 
     /// Host command names that ProCmdCmdIdFind does not know; every other name is known.
     std::set<std::string> unknownCommands;
@@ -121,6 +143,18 @@ public:
 
 private:
     CSession() = default;
+    /// A window of the session with its own model and view.
+    struct CWindow {
+        CModel model;
+        Matrix4 orientation;
+        Matrix4 panZoom;
+        std::map<std::wstring, std::pair<Matrix4, Matrix4>> savedViews;
+        std::string displayStyle;
+    };
+    /// Open windows that are not current, oldest first.
+    std::vector<CWindow> m_behind;
+    void PutCurrentBehind();
+    void BringForward(std::size_t index);
     std::set<std::string> m_omitted;
     std::vector<QvxHostFunction> m_table;
     QvxToolkitArgs m_args{};
@@ -135,6 +169,7 @@ void AddViewFunctions(std::vector<QvxHostFunction>& table);
 void AddMacroFunctions(std::vector<QvxHostFunction>& table);
 void AddMouseFunctions(std::vector<QvxHostFunction>& table);
 void AddCommandFunctions(std::vector<QvxHostFunction>& table);
+void AddNotifyFunctions(std::vector<QvxHostFunction>& table);
 
 /// Runs a macro as the host would; the status the host returns.
 ProError RunMacro(const std::string& macro);

@@ -83,7 +83,4 @@ void CQvxProE::LoadSettingsToDriver() {}
 void CQvxProE::AddHostMenu() {}
 void CQvxProE::CreateLcdApplet() {}
 void CQvxProE::EndLcdApplet() {}
-void CQvxProE::ConnectModeSignal() {}
-void CQvxProE::DisconnectModeSignal() {}
 bool CQvxProE::HostConfigurationChanged() { return TheProECommands().CheckMapkeyFiles(); }
-void CQvxProE::OnProMode(ProMode mode) { m_mode = mode; }

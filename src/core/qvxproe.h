@@ -9,6 +9,7 @@
 #include "client/oxapp/ox_image.h"
 #include "client/ovk/interface_ptr.h"
 #include "client/ovk/signals.h"
+#include "core/mode_switch.h"
 #include "nav/command_bindings.h"
 #include "support/main_loop.h"
 
@@ -42,8 +43,11 @@ public:
     void OnCommandEx(unsigned code, bool pressed, int* ints, float* floats);
     /// The driver's configuration values changed.
     void OnValueChanged();
-    /// The host's mode changed (or the action tree must be published again for `mode`).
+    /// The host's mode changed (or the action tree must be published again for `mode`): the
+    /// driver makes the mode's action set current; a mode not yet published also gets the
+    /// images (once per build) and the tree, whose root carries the set's name and text.
     void OnProMode(ProMode mode);
+    ProMode Mode() const { return m_mode; }
 
     /// Every 2,000 ms: rebuilds and republishes the action tree when a host configuration
     /// file changed.
@@ -78,6 +82,9 @@ private:
     std::wstring m_homeDirectory;
     std::wstring m_textDirectory;
     std::int32_t m_popupDepth = 0;  ///< open device menus; nothing opens one yet
+    CQvxModeSwitch m_modeSwitch;
+    boost::signals2::connection m_modeConnection;
+    /// The modes whose action set the driver already has, with the set's name.
     std::map<ProMode, std::string> m_actionSets;
     /// The 2,000 ms configuration poll; its Id() is 0 while none runs.
     qvx::CThreadTimer m_timerId;

@@ -76,11 +76,19 @@ void AddCadSteps(CScenarioRunner& runner) {
     runner.AddVerb("model", [r](const Words& args) {
         CSession& s = CSession::Instance();
         if (args.size() >= 2 && args[0] == "open") {
-            s.OpenModel(args[1]);
+            int type = kModelPart;
+            if (args.size() > 2 && args[2] == "assembly") {
+                type = kModelAssembly;
+            } else if (args.size() > 2 && args[2] == "drawing") {
+                type = kModelDrawing;
+            } else if (args.size() > 2 && args[2] != "part") {
+                return r->Fail("usage: model open NAME [part|assembly|drawing]");
+            }
+            s.OpenModel(args[1], type);
         } else if (!args.empty() && args[0] == "close") {
             s.CloseModel();
         } else {
-            return r->Fail("usage: model open NAME | model close");
+            return r->Fail("usage: model open NAME [part|assembly|drawing] | model close");
         }
         return true;
     });

@@ -78,6 +78,7 @@ CScenarioRunner::CScenarioRunner(Options options) : m_options(std::move(options)
     AddCoreVerbs();
     AddCadSteps(*this);
     AddDriverSteps(*this);
+    AddModeSteps(*this);
     StartCapture();
     if (!m_options.driverPath.empty()) m_driver.Load(m_options.driverPath);
 }
@@ -255,6 +256,8 @@ void CScenarioRunner::Unload() {
     if (term) term();
     std::fflush(stdout);
     m_plugin.Reset();
+    // The host forgets the callbacks of an application it unloads.
+    CSession::Instance().notifications.clear();
     Log("  unloaded");
 }
 

@@ -128,5 +128,7 @@ void AddCadSteps(CScenarioRunner& runner);
 /// The steps that run the simulated driver, let the device speak, and look at what the
 /// driver was told.
 void AddDriverSteps(CScenarioRunner& runner);
+/// The host's mode and notifications: window, mode, sketch, popup, notify, notifications.
+void AddModeSteps(CScenarioRunner& runner);
 
 }  // namespace sim

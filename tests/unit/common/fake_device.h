@@ -53,14 +53,18 @@ public:
     bool WriteActionImages(const oxImage_t* images, std::uint32_t count) override {
         imageIds.clear();
         for (std::uint32_t i = 0; i < count; ++i) imageIds.push_back(Text(images[i].id));
+        published.push_back("images " + std::to_string(count));
         return true;
     }
     bool WriteActions(const oxActionNodeEx_s* root) override {
         writtenRoot = root ? Text(root->id) : "";
+        published.push_back("actions " + writtenRoot + " \"" + (root ? Text(root->label) : "") +
+                            "\"");
         return true;
     }
     bool ActivateActionSet(const char* id) override {
         activeSet = Text(id);
+        published.push_back("activate " + activeSet);
         return true;
     }
     bool GetValue(const char* key, std::string& value) override {
@@ -96,6 +100,8 @@ public:
     std::vector<std::string> imageIds;
     std::string writtenRoot;
     std::string activeSet;
+    /// The three publishing calls in order: "activate SET", "images N", "actions ROOT \"LABEL\"".
+    std::vector<std::string> published;
 };
 
 /// Installs a maker of CFakeDevice for as long as it lives; `Last()` is the newest device.

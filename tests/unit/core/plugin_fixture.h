@@ -7,6 +7,7 @@
 #include "support/os.h"
 #include "support/registry.h"
 #include "core/entry_points.h"
+#include "toolkit/pro_notification.h"
 
 #include "tests/unit/common/fake_device.h"
 #include "tests/unit/common/fake_main_loop.h"
@@ -22,6 +23,7 @@ protected:
     void SetUp() override {
         user_terminate_plus();
         sim::CSession::Instance().Reset();
+        CQvxProNotification::ForgetAll();
         os::SetEnv(L"PRO_LANG", std::nullopt);
         SetHomeDirectory(std::nullopt);
         g_langId = 0x0409;
