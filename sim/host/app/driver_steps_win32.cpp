@@ -4,8 +4,11 @@
 #include "runner_win32.h"
 
 #include "client/detail/kvw_event.h"
+#include "support/os.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <bit>
 #include <cstring>
 #include <memory>
@@ -130,6 +133,12 @@ bool CDriverSteps::Driver(const Words& args) {
         if (args.size() != 2) return Usage("driver accept FUNCTION");
         driver->SimDriverRefuse(args[1].c_str(), 0);
         driver->SimDriverRefuseNext(args[1].c_str(), 0);
+    } else if (what == "save-record") {
+        // driver save-record WHAT PATH: the record as the driver holds it, for a person to read.
+        if (args.size() != 3) return Usage("driver save-record WHAT PATH");
+        std::ofstream out(std::filesystem::path(qvx::os::WidenUtf8(args[2])), std::ios::binary);
+        out << driver->Record(args[1].c_str());
+        if (!out) return m_runner.Fail("cannot write " + args[2]);
     } else if (what == "messagebox-answer") {
         auto answer = args.size() > 1 ? WholeNumber<long long>(args[1]) : std::nullopt;
         if (!answer) return Usage("driver messagebox-answer N");
