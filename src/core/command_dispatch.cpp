@@ -48,6 +48,8 @@ bool CQvxProE::ConnectDriver() {
                         static_cast<float*>(const_cast<void*>(floats)));
         }));
     FillCommandTable();
+    // Kept for each change of mode, which then costs no cast.
+    m_appcfg = ovk::interface_cast<oxapp::IAppcfg>(m_device);
     return true;
 }
 

@@ -2,14 +2,12 @@
 // seen for the first time also gets the images and the action tree under its name.
 #include "core/qvxproe.h"
 
-#include "client/oxapp/device_interfaces.h"
 #include "core/mode_table.h"
 
 void CQvxProE::OnProMode(ProMode mode) {
     m_mode = mode;
-    if (!m_device) return;
-    ovk::interface_ptr<oxapp::IAppcfg> appcfg = ovk::interface_cast<oxapp::IAppcfg>(m_device);
-    if (!appcfg) return;
+    oxapp::IAppcfg* appcfg = m_appcfg.get();
+    if (!m_device || !appcfg) return;
 
     // A mode already published is only made current: no tree walk, no allocation.
     if (auto known = m_actionSets.find(mode); known != m_actionSets.end()) {

@@ -63,6 +63,7 @@ int CQvxProE::Stop() {
     // The table and the connections go before the device they came from.
     m_commands.clear();
     m_connections.clear();
+    m_appcfg.reset();
     m_device.reset();
     return 0;
 }

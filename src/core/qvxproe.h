@@ -6,6 +6,7 @@
 #include "toolkit/pro_types.h"
 
 #include "client/oxapp/action_node.h"
+#include "client/oxapp/device_interfaces.h"
 #include "client/oxapp/ox_image.h"
 #include "client/ovk/interface_ptr.h"
 #include "client/ovk/signals.h"
@@ -95,6 +96,8 @@ private:
     /// The icons of the tree's actions, gathered by builds until a publish sends them.
     std::vector<oxapp::COxImage> m_actionImages;
     ovk::interface_ptr<ovk::IObject> m_device;
+    /// The device's publishing interface; empty without a device or when it has none.
+    ovk::interface_ptr<oxapp::IAppcfg> m_appcfg;
     std::vector<ovk::interface_ptr<ovk::ISlot>> m_connections;
 };
 

@@ -1,0 +1,153 @@
+// Time from the host's load call to the first action tree the driver holds, for the sample
+// installation and a large one (5,000 command resource files, 1,000 mapkeys, a 1 MB language
+// file), against merely reading the same files; and the cost of a change to a mode already
+// published, through the host's notification, against the bare driver call it ends in. The
+// real plug-in DLL runs in this process with the simulated host and driver, as in qvxhost.
+//
+//   bench_startup_publish.exe
+#include "large_installation.h"
+#include "sim/driver/control_api_win32.h"
+#include "sim/host/session.h"
+#include "sim_driver_path.h"
+#include "support/os.h"
+#include "support/win32_handles.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <string>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+namespace fs = std::filesystem;
+
+double BestMs(int rounds, const std::function<void()>& one) {
+    double best = 1e300;
+    for (int i = 0; i < rounds; ++i) {
+        auto start = Clock::now();
+        one();
+        best =
+            std::min(best, std::chrono::duration<double, std::milli>(Clock::now() - start).count());
+    }
+    return best;
+}
+
+std::wstring BesideExe(const wchar_t* leaf) {
+    std::wstring exe = qvx::os::ExecutablePath();
+    return exe.substr(0, exe.find_last_of(L'\\') + 1) + leaf;
+}
+
+/// Every file the start-up reads: the resource files, the language file, config.pro.
+void ReadInstallation(const fs::path& root) {
+    for (const auto& entry : fs::recursive_directory_iterator(root)) {
+        if (!entry.is_regular_file()) continue;
+        std::wstring name = entry.path().filename().wstring();
+        if (name.rfind(L"procmd", 0) == 0 || name == L"resource.txt" || name == L"config.pro") {
+            qvx::os::ReadWholeFile(entry.path().wstring());
+        }
+    }
+}
+
+class CPlugin {
+public:
+    using Init = int (*)(const QvxToolkitArgs*);
+    /// Loads the DLL and calls its load entry; the driver holds the first tree when it returns.
+    bool Load() {
+        m_module.Reset(LoadLibraryW(BesideExe(L"qvxproengineer.dll").c_str()));
+        if (!m_module) return false;
+        auto init = reinterpret_cast<Init>(
+            reinterpret_cast<void*>(GetProcAddress(m_module.Get(), "user_initialize_plus")));
+        return init && init(sim::CSession::Instance().Args()) == 0;
+    }
+    void Unload() {
+        if (!m_module) return;
+        auto term = reinterpret_cast<void (*)()>(
+            reinterpret_cast<void*>(GetProcAddress(m_module.Get(), "user_terminate_plus")));
+        if (term) term();
+        m_module.Reset();
+        sim::CSession::Instance().notifications.clear();
+    }
+
+private:
+    ovklib::CModuleHandle m_module;
+};
+
+void StartupRow(const char* name, const fs::path& root, qvx::simdriver::CSimDriverControl& driver) {
+    qvx::os::SetEnv(L"PRO_DIRECTORY", root.wstring());
+    CPlugin plugin;
+    bool treeHeld = true;
+    double load = BestMs(5, [&] {
+        sim::CSession::Instance().Reset();
+        plugin.Load();
+        treeHeld = treeHeld && !driver.Record("actions").empty();
+        plugin.Unload();
+        driver.SimDriverReset();
+    });
+    double bare = BestMs(5, [&] { ReadInstallation(root); });
+    std::fprintf(stderr, "%-28s load to first tree %9.2f ms   bare read %8.2f ms   ratio %6.2f%s\n",
+                 name, load, bare, load / bare, treeHeld ? "" : "   (the driver held no tree!)");
+}
+
+}  // namespace
+
+int wmain() {
+    ovklib::CModuleHandle driverModule(LoadLibraryW(qvx::bench::SimDriverPath().c_str()));
+    qvx::simdriver::CSimDriverControl driver;
+    if (!driverModule || !driver.Bind(driverModule.Get())) {
+        std::fprintf(stderr, "cannot load the simulated driver\n");
+        return 1;
+    }
+    driver.SimDriverSetLogging(0);
+    qvx::os::SetEnv(L"LANG", L"de");
+    // The plug-in's diagnostics go to standard output and are not what is measured; the
+    // figures go to standard error.
+    std::freopen("NUL", "w", stdout);
+
+    fs::path temp = fs::temp_directory_path();
+    fs::path sample = temp / "qvx_bench_sample";
+    fs::remove_all(sample);
+    fs::copy(fs::path(L"Z:" + qvx::os::WidenUtf8(QVX_SAMPLE_INSTALL)), sample,
+             fs::copy_options::recursive);
+    StartupRow("sample installation", sample, driver);
+    {
+        qvx::bench::Installation large(temp / "qvx_bench_large", /*configLines=*/3000,
+                                       /*configInText=*/true);
+        large.LanguageFile(true);
+        StartupRow("5,000 files, 1,000 mapkeys", large.root, driver);
+    }
+
+    // A change between two modes already published: the host's window-change notification,
+    // the mode evaluation and the driver's activation, against the driver's activation alone.
+    qvx::os::SetEnv(L"PRO_DIRECTORY", sample.wstring());
+    sim::CSession& host = sim::CSession::Instance();
+    host.Reset();
+    CPlugin plugin;
+    plugin.Load();
+    host.OpenModel("block.prt", sim::kModelPart);
+    host.OpenModel("sheet.drw", sim::kModelDrawing);
+    using Activate = std::int32_t (*)(std::uint32_t, const char*);
+    auto activate = reinterpret_cast<Activate>(
+        reinterpret_cast<void*>(GetProcAddress(driverModule.Get(), "OxAppCmdActivateActionSet")));
+    constexpr int kChanges = 20000;
+    double viaHost = BestMs(5, [&] {
+        for (int i = 0; i < kChanges; ++i) {
+            host.forcedMode = (i & 1) ? 6 : 1;
+            host.Notify(24);
+        }
+    });
+    double bareCall = BestMs(5, [&] {
+        for (int i = 0; i < kChanges; ++i)
+            activate(1, (i & 1) ? "PRO_MODE_DRAWING" : "PRO_MODE_PART");
+    });
+    std::uint32_t trees = driver.SimDriverCallCount("OxAppCmdWriteActions");
+    plugin.Unload();
+    std::fprintf(
+        stderr,
+        "%-28s %9.3f us per change   bare driver call %7.3f us   ratio %6.2f   trees sent %u\n",
+        "change to a known mode", viaHost * 1000 / kChanges, bareCall * 1000 / kChanges,
+        viaHost / bareCall, trees);
+    fs::remove_all(sample);
+    return 0;
+}
