@@ -158,7 +158,19 @@ void CProECommands::LoadCategories(std::map<std::string, std::string>& out) {
     }
 }
 
-bool CProECommands::FindIcon(std::wstring& path, const std::string& name) {
+std::vector<std::wstring> CProECommands::IconFolders() {
+    using qvx::os::JoinPath;
+    // The variable itself, read afresh: the installation's fallback to the program's folder
+    // does not serve here, and without the variable nothing is found.
+    auto root = qvx::os::GetEnv(L"PRO_DIRECTORY");
+    if (!root) return {};
+    return {
+        JoinPath(JoinPath(*root, L"text"), L"resource"),
+        JoinPath(JoinPath(JoinPath(JoinPath(*root, L"proe"), L"uitools"), L"text"), L"resource")};
+}
+
+bool CProECommands::FindIcon(std::wstring& path, const std::string& name,
+                             const qvx::catalogue::CFolderListing* listing) {
     using qvx::os::JoinPath;
     std::wstring wide = qvx::os::WidenUtf8(name);
     if (qvx::os::StatFile(wide)) {
@@ -175,18 +187,12 @@ bool CProECommands::FindIcon(std::wstring& path, const std::string& name) {
         if (std::find(extensions.begin(), extensions.end(), extension) == extensions.end())
             extensions.emplace_back(extension);
     }
-    // The variable itself, read afresh: the installation's fallback to the program's folder
-    // does not serve here, and without the variable nothing is found.
-    auto root = qvx::os::GetEnv(L"PRO_DIRECTORY");
-    if (!root) return false;
-    const std::wstring text = JoinPath(*root, L"text");
-    const std::wstring folders[] = {
-        JoinPath(text, L"resource"),
-        JoinPath(JoinPath(JoinPath(JoinPath(*root, L"proe"), L"uitools"), L"text"), L"resource"),
-    };
+    const std::vector<std::wstring> folders = IconFolders();
     for (const std::wstring& extension : extensions) {
         for (const std::wstring& folder : folders) {
-            std::wstring candidate = JoinPath(folder, wide + extension);
+            const std::wstring leaf = wide + extension;
+            if (listing && !listing->MayHold(folder, leaf)) continue;
+            std::wstring candidate = JoinPath(folder, leaf);
             if (qvx::os::StatFile(candidate)) {
                 path = candidate;
                 return true;

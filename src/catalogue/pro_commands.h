@@ -4,6 +4,8 @@
 // and gives the table of command categories and the icons of commands.
 #pragma once
 
+#include "catalogue/folder_listing.h"
+
 #include "catalogue/mapkey_file.h"
 
 #include <cstdint>
@@ -50,7 +52,11 @@ public:
     /// itself when it exists, else the name with each of its own extension, ".bif", ".png",
     /// ".gif", ".bmp" and ".jpg" in turn, looked for in PRO_DIRECTORY's "text/resource" and
     /// then "proe/uitools/text/resource". True and the path in `path` when one was found.
-    static bool FindIcon(std::wstring& path, const std::string& name);
+    /// `listing`, when given, spares the look-ups of names it shows absent (IconFolders()).
+    static bool FindIcon(std::wstring& path, const std::string& name,
+                         const qvx::catalogue::CFolderListing* listing = nullptr);
+    /// The two folders FindIcon searches, for PRO_DIRECTORY as it is now; empty without it.
+    static std::vector<std::wstring> IconFolders();
 
     const std::vector<CQvxProEMapkeyFile>& MapkeyFiles() const { return m_mapkeyFiles; }
     const std::wstring& InstallDir() const { return m_installDir; }

@@ -45,29 +45,33 @@ void PushFront(CActionNode*& head, CActionNode* node) {
     head = node;
 }
 
+/// Where a build collects the icons it finds, and what the icon folders held at its start.
+struct CIcons {
+    std::vector<oxapp::COxImage>& images;
+    catalogue::CFolderListing folders;
+};
+
 /// Records the icon of an action whose leaf has `id`, when the action names one that is found.
-void CollectIcon(const CAction& action, const std::string& id,
-                 std::vector<oxapp::COxImage>& images) {
+void CollectIcon(const CAction& action, const std::string& id, CIcons& icons) {
     if (action.GetImage().empty()) return;
     std::wstring path;
-    if (!CProECommands::FindIcon(path, Utf8(action.GetImage()))) return;
+    if (!CProECommands::FindIcon(path, Utf8(action.GetImage()), &icons.folders)) return;
     try {
         oxapp::COxImage image;
         image.SetId(id.c_str());
         image.SetFile(Utf8(path).c_str(), /*index=*/0);
-        images.push_back(std::move(image));
+        icons.images.push_back(std::move(image));
     } catch (const std::runtime_error&) {
         // The picture is dropped; the action stays in the tree without it.
     }
 }
 
 /// A leaf for `action`, with `label` shown for it, and its icon collected.
-CActionNode* MakeLeaf(const CAction& action, const std::string& label,
-                      std::vector<oxapp::COxImage>& images) {
+CActionNode* MakeLeaf(const CAction& action, const std::string& label, CIcons& icons) {
     std::string id = action.ToIdentifier();
     auto* leaf =
         new CActionNode(id.c_str(), label.c_str(), Utf8(action.GetTooltip()).c_str(), kOxAction);
-    CollectIcon(action, id, images);
+    CollectIcon(action, id, icons);
     return leaf;
 }
 
@@ -84,7 +88,7 @@ CActionNode* MarkupCategory() {
     return category;
 }
 
-CActionNode* MapkeysCategory(CProECommands& catalogue, std::vector<oxapp::COxImage>& images) {
+CActionNode* MapkeysCategory(CProECommands& catalogue, CIcons& icons) {
     std::vector<CMapkeyEntry> mapkeys;
     if (!catalogue.GetMapkeys(mapkeys)) return nullptr;
     const std::string label = Utf8(LoadText(kMapkeysLabel));
@@ -94,15 +98,13 @@ CActionNode* MapkeysCategory(CProECommands& catalogue, std::vector<oxapp::COxIma
         const CAction& action = entry.first;
         std::wstring keys = action.GetText();
         if (!keys.empty() && keys.front() == L'$') keys.erase(0, 1);
-        PushFront(head,
-                  MakeLeaf(action, Utf8(action.GetLabel()) + " (" + Utf8(keys) + ")", images));
+        PushFront(head, MakeLeaf(action, Utf8(action.GetLabel()) + " (" + Utf8(keys) + ")", icons));
     }
     category->SetChildren(head);
     return category;
 }
 
-void AppendCommandCategories(CProECommands& catalogue, CActionNode& root,
-                             std::vector<oxapp::COxImage>& images) {
+void AppendCommandCategories(CProECommands& catalogue, CActionNode& root, CIcons& icons) {
     std::map<std::string, std::string> categories;
     CProECommands::LoadCategories(categories);
     std::vector<CCommandEntry> commands;
@@ -118,7 +120,7 @@ void AppendCommandCategories(CProECommands& catalogue, CActionNode& root,
             if (claimed[i] || commands[i].first.find(needle) == std::string::npos) continue;
             claimed[i] = true;
             const CAction& action = commands[i].second;
-            PushFront(head, MakeLeaf(action, Utf8(action.GetLabel()), images));
+            PushFront(head, MakeLeaf(action, Utf8(action.GetLabel()), icons));
         }
         auto* category =
             new CActionNode((it->first + "_id").c_str(), it->second.c_str(), kOxActionCategory);
@@ -134,8 +136,10 @@ void BuildActionTree(CProECommands& catalogue, std::unique_ptr<CActionNode>& roo
     root.reset();
     root = std::make_unique<CActionNode>(kDefaultActionSetId, kDefaultActionSetLabel, kOxActionSet);
     root->AppendChild(MarkupCategory());
-    if (CActionNode* mapkeys = MapkeysCategory(catalogue, images)) root->AppendChild(mapkeys);
-    AppendCommandCategories(catalogue, *root, images);
+    // The icon folders are listed once for the whole build.
+    CIcons icons{images, catalogue::CFolderListing(CProECommands::IconFolders())};
+    if (CActionNode* mapkeys = MapkeysCategory(catalogue, icons)) root->AppendChild(mapkeys);
+    AppendCommandCategories(catalogue, *root, icons);
 }
 
 }  // namespace qvx::core

@@ -167,14 +167,31 @@ TEST_F(ProCommandsTest, IconSearchOrder) {
         {"missing", {}},
         {(Resources() / "own.png").string(), Resources() / "own.png"},  // an existing path
     };
-    for (const Case& c : cases) {
-        std::wstring path = L"untouched";
-        EXPECT_EQ(CProECommands::FindIcon(path, c.name), !c.found.empty()) << c.name;
-        EXPECT_EQ(path, c.found.empty() ? L"untouched" : c.found.wstring()) << c.name;
+    // A listing of the folders taken before the search changes no result.
+    qvx::catalogue::CFolderListing listing(CProECommands::IconFolders());
+    for (const qvx::catalogue::CFolderListing* with :
+         {static_cast<qvx::catalogue::CFolderListing*>(nullptr), &listing}) {
+        for (const Case& c : cases) {
+            std::wstring path = L"untouched";
+            EXPECT_EQ(CProECommands::FindIcon(path, c.name, with), !c.found.empty()) << c.name;
+            EXPECT_EQ(path, c.found.empty() ? L"untouched" : c.found.wstring()) << c.name;
+        }
     }
     std::wstring path;
     qvx::os::SetEnv(L"PRO_DIRECTORY", std::nullopt);
     EXPECT_FALSE(CProECommands::FindIcon(path, "own"));
+}
+
+TEST_F(ProCommandsTest, FolderListingRulesOutOnlyWhatItCanSettle) {
+    Write(Resources() / "Cmd.GIF", "icon");
+    qvx::catalogue::CFolderListing listing({Resources().wstring(), (m_root / "absent").wstring()});
+    const std::wstring folder = Resources().wstring();
+    EXPECT_TRUE(listing.MayHold(folder, L"cmd.gif")) << "ASCII case is ignored";
+    EXPECT_FALSE(listing.MayHold(folder, L"cmd.png"));
+    EXPECT_FALSE(listing.MayHold((m_root / "absent").wstring(), L"cmd.gif"));
+    EXPECT_TRUE(listing.MayHold(folder, L"sub/cmd.png")) << "a path is looked up for real";
+    EXPECT_TRUE(listing.MayHold(folder, L"\u00e9t\u00e9.png")) << "so is a name outside ASCII";
+    EXPECT_TRUE(listing.MayHold((m_root / "unlisted").wstring(), L"x.gif"));
 }
 
 // A scan finds every key of the folder in one pass over the language file; each result must
