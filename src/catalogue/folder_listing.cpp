@@ -2,16 +2,18 @@
 
 #include "support/os.h"
 
+#include <string_view>
+
 namespace qvx::catalogue {
 namespace {
 
-/// The name with ASCII letters upper-cased; false when it holds something a listing cannot
-/// settle.
-bool Fold(const std::wstring& name, std::wstring& out) {
+/// The name with ASCII letters upper-cased; false when it holds a character outside ASCII,
+/// which a listing cannot settle.
+bool Fold(std::wstring_view name, std::wstring& out) {
     out.resize(name.size());
     for (std::size_t i = 0; i < name.size(); ++i) {
         wchar_t c = name[i];
-        if (c >= 0x80 || c == L'/' || c == L'\\') return false;
+        if (c >= 0x80) return false;
         out[i] = (c >= L'a' && c <= L'z') ? static_cast<wchar_t>(c - L'a' + L'A') : c;
     }
     return true;
@@ -33,8 +35,11 @@ CFolderListing::CFolderListing(const std::vector<std::wstring>& folders) {
 bool CFolderListing::MayHold(const std::wstring& folder, const std::wstring& leaf) const {
     auto listed = m_names.find(folder);
     if (listed == m_names.end()) return true;
+    // A path below the folder can only exist when its first part does.
+    std::wstring_view first(leaf);
+    first = first.substr(0, first.find_first_of(L"/\\"));
     std::wstring folded;
-    if (!Fold(leaf, folded)) return true;
+    if (first.empty() || !Fold(first, folded)) return true;
     return listed->second.count(folded) != 0;
 }
 

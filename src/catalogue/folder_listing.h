@@ -18,8 +18,9 @@ public:
     explicit CFolderListing(const std::vector<std::wstring>& folders);
 
     /// False only when `folder` was listed and held no entry named `leaf` (case ignored for
-    /// ASCII letters). A leaf with a path separator or a character outside ASCII, or a folder
-    /// that was not listed, gives true: only a real look-up can tell.
+    /// ASCII letters); for a leaf with path separators, no entry named as its first part. A
+    /// name outside ASCII, a leaf that starts with a separator, or a folder that was not
+    /// listed gives true: only a real look-up can tell.
     bool MayHold(const std::wstring& folder, const std::wstring& leaf) const;
 
 private:

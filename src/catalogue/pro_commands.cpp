@@ -173,7 +173,11 @@ bool CProECommands::FindIcon(std::wstring& path, const std::string& name,
                              const qvx::catalogue::CFolderListing* listing) {
     using qvx::os::JoinPath;
     std::wstring wide = qvx::os::WidenUtf8(name);
-    if (qvx::os::StatFile(wide)) {
+    // A plain name is one in the current directory, which the listing may hold; a path is
+    // looked up for real.
+    const bool plain = wide.find_first_of(L"/\\:") == std::wstring::npos;
+    if ((!listing || !plain || listing->MayHold(qvx::os::CurrentDirectory(), wide)) &&
+        qvx::os::StatFile(wide)) {
         path = wide;
         return true;
     }

@@ -52,7 +52,8 @@ public:
     /// itself when it exists, else the name with each of its own extension, ".bif", ".png",
     /// ".gif", ".bmp" and ".jpg" in turn, looked for in PRO_DIRECTORY's "text/resource" and
     /// then "proe/uitools/text/resource". True and the path in `path` when one was found.
-    /// `listing`, when given, spares the look-ups of names it shows absent (IconFolders()).
+    /// `listing`, when given, spares the look-ups of names it shows absent; it is to list the
+    /// current directory (for a relative `name`) and IconFolders().
     static bool FindIcon(std::wstring& path, const std::string& name,
                          const qvx::catalogue::CFolderListing* listing = nullptr);
     /// The two folders FindIcon searches, for PRO_DIRECTORY as it is now; empty without it.

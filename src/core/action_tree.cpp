@@ -136,8 +136,10 @@ void BuildActionTree(CProECommands& catalogue, std::unique_ptr<CActionNode>& roo
     root.reset();
     root = std::make_unique<CActionNode>(kDefaultActionSetId, kDefaultActionSetLabel, kOxActionSet);
     root->AppendChild(MarkupCategory());
-    // The icon folders are listed once for the whole build.
-    CIcons icons{images, catalogue::CFolderListing(CProECommands::IconFolders())};
+    // The folders an icon is searched in are listed once for the whole build.
+    std::vector<std::wstring> folders = CProECommands::IconFolders();
+    folders.push_back(os::CurrentDirectory());
+    CIcons icons{images, catalogue::CFolderListing(folders)};
     if (CActionNode* mapkeys = MapkeysCategory(catalogue, icons)) root->AppendChild(mapkeys);
     AppendCommandCategories(catalogue, *root, icons);
 }

@@ -168,7 +168,9 @@ TEST_F(ProCommandsTest, IconSearchOrder) {
         {(Resources() / "own.png").string(), Resources() / "own.png"},  // an existing path
     };
     // A listing of the folders taken before the search changes no result.
-    qvx::catalogue::CFolderListing listing(CProECommands::IconFolders());
+    std::vector<std::wstring> folders = CProECommands::IconFolders();
+    folders.push_back(qvx::os::CurrentDirectory());
+    qvx::catalogue::CFolderListing listing(folders);
     for (const qvx::catalogue::CFolderListing* with :
          {static_cast<qvx::catalogue::CFolderListing*>(nullptr), &listing}) {
         for (const Case& c : cases) {
@@ -189,7 +191,10 @@ TEST_F(ProCommandsTest, FolderListingRulesOutOnlyWhatItCanSettle) {
     EXPECT_TRUE(listing.MayHold(folder, L"cmd.gif")) << "ASCII case is ignored";
     EXPECT_FALSE(listing.MayHold(folder, L"cmd.png"));
     EXPECT_FALSE(listing.MayHold((m_root / "absent").wstring(), L"cmd.gif"));
-    EXPECT_TRUE(listing.MayHold(folder, L"sub/cmd.png")) << "a path is looked up for real";
+    EXPECT_FALSE(listing.MayHold(folder, L"sub/cmd.png")) << "no entry 'sub'";
+    EXPECT_FALSE(listing.MayHold(folder, L"C:\\x\\cmd.png")) << "an absolute path joined on";
+    EXPECT_TRUE(listing.MayHold(folder, L"CMD.gif/x.png")) << "a path through an entry";
+    EXPECT_TRUE(listing.MayHold(folder, L"/cmd.png"));
     EXPECT_TRUE(listing.MayHold(folder, L"\u00e9t\u00e9.png")) << "so is a name outside ASCII";
     EXPECT_TRUE(listing.MayHold((m_root / "unlisted").wstring(), L"x.gif"));
 }
