@@ -68,6 +68,7 @@ std::vector<QvxHostFunction> AllHostFunctions() {
     AddMacroFunctions(table);
     AddMouseFunctions(table);
     AddCommandFunctions(table);
+    AddMenuFunctions(table);
     std::sort(table.begin(), table.end(), [](const QvxHostFunction& a, const QvxHostFunction& b) {
         return std::strcmp(a.name, b.name) < 0;
     });

@@ -128,5 +128,11 @@ void AddCadSteps(CScenarioRunner& runner);
 /// The steps that run the simulated driver, let the device speak, and look at what the
 /// driver was told.
 void AddDriverSteps(CScenarioRunner& runner);
+/// The steps that choose the plug-in's menu entries and look at the menu bar, the plug-in's
+/// dialogs and the help pages it opened.
+void AddMenuSteps(CScenarioRunner& runner);
+/// Points `plugin`'s import of the help viewer at the host, which records each page shown.
+/// False if the module does not import it.
+bool RouteHelpViewer(HMODULE plugin);
 
 }  // namespace sim
