@@ -80,7 +80,6 @@ void CQvxProE::BuildActionTree() {
 
 // Until the pieces behind them exist, these steps of Start() and Stop() do nothing.
 void CQvxProE::LoadSettingsToDriver() {}
-void CQvxProE::AddHostMenu() {}
 void CQvxProE::CreateLcdApplet() {}
 void CQvxProE::EndLcdApplet() {}
 void CQvxProE::ConnectModeSignal() {}
