@@ -2,6 +2,7 @@
 #include "core/about_dialog.h"
 
 #include "support/boundary.h"
+#include "support/own_module_win32.h"
 #include "support/text_table.h"
 #include "support/windows_api.h"
 
@@ -11,14 +12,6 @@
 
 namespace qvx::core {
 namespace {
-
-HMODULE ThisModule() {
-    HMODULE module = nullptr;
-    GetModuleHandleExW(
-        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-        reinterpret_cast<LPCWSTR>(&ThisModule), &module);
-    return module;
-}
 
 // The dialog being made on this thread, until its procedure has attached it to the window.
 thread_local CAboutDialog* t_creating = nullptr;
@@ -104,7 +97,7 @@ void* ActiveWindow() { return GetActiveWindow(); }
 
 }  // namespace qvx::core
 
-CAboutDialog::CAboutDialog(void* module) : m_module(module ? module : qvx::core::ThisModule()) {}
+CAboutDialog::CAboutDialog(void* module) : m_module(module ? module : qvx::OwnModule()) {}
 
 CAboutDialog::~CAboutDialog() { Destroy(); }
 

@@ -26,21 +26,22 @@ std::string WindowText(HWND window) {
     return qvx::os::NarrowUtf8(text);
 }
 
+struct CWindowSearch {
+    std::string title;
+    HWND found = nullptr;
+};
+
+BOOL CALLBACK MatchTitle(HWND window, LPARAM data) {
+    auto* search = reinterpret_cast<CWindowSearch*>(data);
+    if (!IsWindowVisible(window) || WindowText(window) != search->title) return TRUE;
+    search->found = window;
+    return FALSE;
+}
+
 // The visible top-level window of this thread with the title `title`; null when none.
 HWND FindThreadWindow(const std::string& title) {
-    struct Search {
-        std::string title;
-        HWND found = nullptr;
-    } search{title};
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM data) -> BOOL {
-            auto* s = reinterpret_cast<Search*>(data);
-            if (!IsWindowVisible(window) || WindowText(window) != s->title) return TRUE;
-            s->found = window;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&search));
+    CWindowSearch search{title};
+    EnumThreadWindows(GetCurrentThreadId(), &MatchTitle, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
 

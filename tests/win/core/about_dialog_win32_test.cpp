@@ -21,10 +21,11 @@ protected:
     /// Runs `inside` from the dialog's own modal loop, 50 ms after it started.
     static void WhileOpen(std::function<void()> inside) {
         s_inside = std::move(inside);
-        SetTimer(nullptr, 0, 50, [](HWND, UINT, UINT_PTR id, DWORD) {
-            KillTimer(nullptr, id);
-            s_inside();
-        });
+        SetTimer(nullptr, 0, 50, &RunInside);
+    }
+    static void CALLBACK RunInside(HWND, UINT, UINT_PTR id, DWORD) {
+        KillTimer(nullptr, id);
+        s_inside();
     }
 
     static std::wstring Text(HWND window) {
