@@ -74,6 +74,7 @@ CScenarioRunner::CScenarioRunner(Options options) : m_options(std::move(options)
     fs::create_directories(fs::path(m_options.sandbox), ec);
     m_variables["SANDBOX"] = Utf8(m_options.sandbox);
     CSession::Instance().Reset();
+    CSession::Instance().textDirectory = m_options.textDirectory;
     CSession::Instance().onCall = [this](const std::string& line) { Log("  host: " + line); };
     AddCoreVerbs();
     AddCadSteps(*this);

@@ -25,6 +25,8 @@ public:
         std::wstring sandbox;
         std::wstring logPath;
         std::string scenarioName;
+        /// The application text directory the host hands over; a scenario may change it.
+        std::wstring textDirectory;
     };
 
     explicit CScenarioRunner(Options options);
