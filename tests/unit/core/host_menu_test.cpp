@@ -36,28 +36,7 @@ protected:
             for (const auto& entry : menu->entries) items.push_back(entry.item);
         return items;
     }
-    static const sim::CSession::CAddedCommand& Added(const std::string& name) {
-        for (const auto& [id, command] : sim::CSession::Instance().addedCommands)
-            if (command.name == name) return command;
-        throw std::runtime_error("no command " + name);
-    }
 };
-
-TEST_F(HostMenuTest, LoadAddsTheMenuBeforeHelpWithItsThreeEntriesInOrder) {
-    Load();
-    ASSERT_TRUE(g_qvxProE);
-    const auto& bar = sim::CSession::Instance().menuBar;
-    ASSERT_GE(bar.size(), 2u);
-    EXPECT_EQ(bar[bar.size() - 2].name, "QvxProE");
-    EXPECT_EQ(bar[bar.size() - 2].label, "-QVX MENU");
-    EXPECT_EQ(bar.back().name, "Help");
-    EXPECT_EQ(Items("QvxProE"),
-              (std::vector<std::string>{"QvxButtonMappingEditor", "QvxHelp", "QvxAbout"}));
-    EXPECT_EQ(Added("ProQvxButtonMappingEditor").icon, "qvxbuttonmapping.gif");
-    EXPECT_EQ(Added("ProQvxHelp").label, "-QVX HELP");
-    EXPECT_EQ(Added("ProQvxAbout").label, "") << "About is left undesignated on purpose";
-    EXPECT_EQ(Added("ProQvxAbout").icon, "");
-}
 
 TEST_F(HostMenuTest, RefusedEntryTakesTheEntriesPlacedAfterItAlong) {
     // The nth call of ProMenubarmenuPushbuttonAdd refused, and what stays in the menu. Each
@@ -82,17 +61,6 @@ TEST_F(HostMenuTest, RefusedEntryTakesTheEntriesPlacedAfterItAlong) {
         EXPECT_EQ(Items("QvxProE"), c.items) << "refused call " << c.nth;
         toolkit::InstallHostTable(nullptr);
     }
-}
-
-TEST_F(HostMenuTest, RefusedMenuBarAddsNoEntryAndShowsNothing) {
-    sim::CSession::Instance().faults["ProMenubarMenuAdd"] = {sim::CSession::EFault::Status,
-                                                             PRO_TK_GENERAL_ERROR, 0, 0};
-    Load();
-    ASSERT_TRUE(g_qvxProE) << "the plug-in runs without its menu";
-    EXPECT_EQ(Menu("QvxProE"), nullptr);
-    EXPECT_TRUE(sim::CSession::Instance().addedCommands.empty());
-    EXPECT_TRUE(sim::CSession::Instance().messages.empty());
-    EXPECT_EQ(g_qvxProE->SetupMenu(), 0);
 }
 
 TEST_F(HostMenuTest, SecondCommandOfOneFunctionThrowsUntilTheFirstIsGone) {
