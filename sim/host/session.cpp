@@ -40,6 +40,13 @@ void CSession::Reset() {
     graphicsWindow = nullptr;
     lastTrack.reset();
     faults.clear();
+    addedCommands.clear();
+    menuBar.clear();
+    for (const char* name : {"File", "Edit", "View", "Insert", "Analysis", "Info", "Applications",
+                             "Tools", "Window", "Help"}) {
+        menuBar.push_back({name, name, {}});
+    }
+    helpShown.clear();
 }
 
 CSession::EFault CSession::TakeFault(const std::string& name) {

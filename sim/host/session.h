@@ -127,6 +127,32 @@ public:
     };
     std::optional<CTrackedPoint> lastTrack;
 
+    // -- The menu bar and the commands the plug-in added ------------------------------------
+    /// A command added with ProCmdActionAdd, with what ProCmdDesignate and ProCmdIconSet gave.
+    struct CAddedCommand {
+        std::string name;
+        ProUiCmdActFn action = nullptr;
+        ProUiCmdAccessFn access = nullptr;
+        std::string label;  ///< empty until designated
+        std::string icon;   ///< empty until an icon is set
+    };
+    /// By the id the host handed out (also in commandIds, so ProCmdCmdIdFind finds them).
+    std::map<std::uintptr_t, CAddedCommand> addedCommands;
+    struct CMenuEntry {
+        std::string item;
+        std::string label;
+        std::uintptr_t command = 0;
+    };
+    struct CMenu {
+        std::string name;
+        std::string label;
+        std::vector<CMenuEntry> entries;
+    };
+    /// The main menu bar, left to right; the host's own menus have no entries here.
+    std::vector<CMenu> menuBar;
+    /// Every compiled help file and page the plug-in asked the help viewer to show.
+    std::vector<std::string> helpShown;
+
     // -- Faults on purpose -----------------------------------------------------------------
     enum class EFault { None, Status, Throw };
     struct CFault {
@@ -170,6 +196,16 @@ void AddMacroFunctions(std::vector<QvxHostFunction>& table);
 void AddMouseFunctions(std::vector<QvxHostFunction>& table);
 void AddCommandFunctions(std::vector<QvxHostFunction>& table);
 void AddNotifyFunctions(std::vector<QvxHostFunction>& table);
+void AddMenuFunctions(std::vector<QvxHostFunction>& table);
+
+/// What the host does when the user chooses the menu entry `item`: the command's access
+/// callback with the mode of a choice, then its action callback. Both results are logged.
+struct CMenuChoice {
+    bool found = false;  ///< some menu has the entry
+    int access = 0;
+    int action = 0;
+};
+CMenuChoice ChooseMenuEntry(const std::string& item);
 
 /// Runs a macro as the host would; the status the host returns.
 ProError RunMacro(const std::string& macro);

@@ -5,6 +5,9 @@
 
 #include "toolkit/pro_types.h"
 
+#include "core/about_dialog.h"
+#include "core/ui_command.h"
+
 #include "client/oxapp/action_node.h"
 #include "client/oxapp/device_interfaces.h"
 #include "client/oxapp/ox_image.h"
@@ -68,6 +71,16 @@ public:
     /// replaces an earlier one.
     void FillCommandTable();
 
+    /// Adds the plug-in's menu before the host's "Help": button mapping, help, About. 1 when
+    /// the last host call succeeded; 0 also when the host refused the menu itself, and then
+    /// no entry is added.
+    int SetupMenu();
+    /// The menu's three commands, run from their access callbacks. Each returns 0.
+    static int ProQvxAboutCmdActFn(uiCmdCmdId id, uiCmdValue* value, void* data);
+    static int ProQvxButtonMappingEditorCmdActFn(uiCmdCmdId id, uiCmdValue* value, void* data);
+    static int ProQvxHelpCmdActFn(uiCmdCmdId id, uiCmdValue* value, void* data);
+    const CAboutDialog& AboutDialog() const { return m_aboutDialog; }
+
 private:
     // The steps of Start() that belong to other parts of the plug-in, in their order.
     void BuildActionTree();
@@ -80,6 +93,7 @@ private:
     bool HostConfigurationChanged();
 
     std::wstring m_version;
+    CAboutDialog m_aboutDialog;
     std::wstring m_homeDirectory;
     std::wstring m_textDirectory;
     std::int32_t m_popupDepth = 0;  ///< open device menus; nothing opens one yet
@@ -90,6 +104,10 @@ private:
     /// The 2,000 ms configuration poll; its Id() is 0 while none runs.
     qvx::CThreadTimer m_timerId;
     ProMode m_mode = -3;
+    CQvxUiCommand<&CQvxProE::ProQvxAboutCmdActFn> m_about{"ProQvxAbout"};
+    CQvxUiCommand<&CQvxProE::ProQvxButtonMappingEditorCmdActFn> m_buttonMappingEditor{
+        "ProQvxButtonMappingEditor"};
+    CQvxUiCommand<&CQvxProE::ProQvxHelpCmdActFn> m_help{"ProQvxHelp"};
     std::map<std::uint32_t, CommandHandler> m_commands;
     /// What the device's buttons can be given; rebuilt whole when the host's files change.
     std::unique_ptr<oxapp::CActionNode> m_actionTree;

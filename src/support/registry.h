@@ -10,10 +10,15 @@ namespace qvx::os {
 
 enum class RegistryRoot { LocalMachine, CurrentUser };
 
+/// Which registry a 32-bit program on 64-bit Windows reads: its own redirected view, or the
+/// 64-bit one where 64-bit installers write. Elsewhere both are the same registry.
+enum class RegistryView { Own, Native64 };
+
 /// Reads a string value with room for `capacity` characters (a longer value is cut), opening
 /// the key for reading only. Empty optional when the key or the value is missing or not text.
 std::optional<std::wstring> ReadRegistryString(RegistryRoot root, const std::wstring& key,
-                                               const std::wstring& value, std::size_t capacity);
+                                               const std::wstring& value, std::size_t capacity,
+                                               RegistryView view = RegistryView::Own);
 
 /// Writes (creating the key) or, with an empty optional, deletes a string value. For the
 /// simulated host and tests; the plug-in itself never writes the registry.

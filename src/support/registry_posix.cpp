@@ -19,7 +19,8 @@ std::mutex g_registryMutex;
 }  // namespace
 
 std::optional<std::wstring> ReadRegistryString(RegistryRoot root, const std::wstring& key,
-                                               const std::wstring& value, std::size_t capacity) {
+                                               const std::wstring& value, std::size_t capacity,
+                                               RegistryView) {
     std::lock_guard lock(g_registryMutex);
     auto it = Values().find({root, key, value});
     if (it == Values().end()) return std::nullopt;

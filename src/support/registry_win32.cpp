@@ -14,9 +14,15 @@ HKEY RootHandle(RegistryRoot root) {
 }  // namespace
 
 std::optional<std::wstring> ReadRegistryString(RegistryRoot root, const std::wstring& key,
-                                               const std::wstring& value, std::size_t capacity) {
+                                               const std::wstring& value, std::size_t capacity,
+                                               RegistryView view) {
     ovklib::CRegKey handle;
-    if (RegOpenKeyExW(RootHandle(root), key.c_str(), 0, KEY_READ, handle.Receive()) !=
+    REGSAM access = KEY_READ;
+    BOOL wow64 = FALSE;
+    if (view == RegistryView::Native64 && IsWow64Process(GetCurrentProcess(), &wow64) && wow64) {
+        access |= KEY_WOW64_64KEY;
+    }
+    if (RegOpenKeyExW(RootHandle(root), key.c_str(), 0, access, handle.Receive()) !=
         ERROR_SUCCESS) {
         return std::nullopt;
     }

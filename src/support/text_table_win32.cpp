@@ -1,18 +1,11 @@
 // Texts by id on Windows: the string resources of the module this code is linked into.
 #include "support/language_id.h"
+#include "support/own_module_win32.h"
 #include "support/text_table.h"
 #include "support/windows_api.h"
 
 namespace qvx {
 namespace {
-
-HMODULE ThisModule() {
-    HMODULE module = nullptr;
-    GetModuleHandleExW(
-        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-        reinterpret_cast<LPCWSTR>(&ThisModule), &module);
-    return module;
-}
 
 // Strings are stored sixteen to a block (block id / 16 + 1), each as a length word and that
 // many characters; a length of zero means the block has no such string.
@@ -30,7 +23,7 @@ std::optional<std::wstring> FromLanguage(HMODULE module, std::uint32_t id, WORD 
 }  // namespace
 
 std::wstring LoadText(std::uint32_t id) {
-    HMODULE module = ThisModule();
+    HMODULE module = OwnModule();
     if (auto text = FromLanguage(module, id, g_langId)) return *text;
     const WCHAR* text = nullptr;
     // With a zero buffer size LoadStringW hands out a pointer into the resource itself.

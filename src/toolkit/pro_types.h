@@ -48,6 +48,17 @@ using uiCmdCmdId = void*;
 using uiCmdValue = void;
 using ProUiCmdActFn = int (*)(uiCmdCmdId command, uiCmdValue* value, void* data);
 using ProUiCmdAccessFn = int (*)(int access);
+
+/// Why the host asks a command's access callback: 0 while it only looks at its menus, any
+/// other value when the user chose the command.
+using uiCmdAccessMode = int;
+inline constexpr uiCmdAccessMode UI_CMD_ACCESS_LOOK = 0;
+inline constexpr uiCmdAccessMode UI_CMD_ACCESS_CHOSEN = 1;
+/// What an access callback answers: the command was handled in the callback (2), or it is
+/// there to be chosen (3).
+using uiCmdAccessState = int;
+inline constexpr uiCmdAccessState ACCESS_HANDLED = 2;
+inline constexpr uiCmdAccessState ACCESS_AVAILABLE = 3;
 using ProFunction = int (*)();
 
 /// Which toolkit notification a callback is for.

@@ -2,8 +2,10 @@
 // writes a session log; exits 1 on the first failed expectation, 2 on bad usage.
 //
 //   qvxhost.exe [--plugin DLL] [--driver DLL] [--log FILE] [--sandbox DIR] SCENARIO
+//   qvxhost.exe --protkdat FILE ... SCENARIO   (the DLL and text directory from FILE)
 #include "runner_win32.h"
 
+#include "sim/host/protk_file.h"
 #include "support/os.h"
 
 #include <cstdio>
@@ -31,11 +33,33 @@ std::wstring ModuleFolder() {
     return fs::path(buffer).parent_path().wstring();
 }
 
+// The host's registration file names the plug-in's DLL for this host's platform and its text
+// directory, as the host finds them there.
+bool ReadProtk(const std::wstring& path, sim::CScenarioRunner::Options& options) {
+    auto text = qvx::os::ReadWholeFile(path);
+    if (!text) {
+        std::fprintf(stderr, "qvxhost: cannot read %ls\n", path.c_str());
+        return false;
+    }
+    auto blocks = sim::ParseProtk(std::string(text->Data(), text->Length()));
+    auto dll = sim::ProtkValue(blocks, "QvxProENGINEER", "exec_file");
+    if (!dll) {
+        std::fprintf(stderr, "qvxhost: %ls names no exec_file for QvxProENGINEER\n", path.c_str());
+        return false;
+    }
+    options.pluginPath = qvx::os::WidenAcp(*dll);
+    if (auto textDir = sim::ProtkValue(blocks, "QvxProENGINEER", "text_dir")) {
+        options.textDirectory = qvx::os::WidenAcp(*textDir);
+    }
+    return true;
+}
+
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
     sim::CScenarioRunner::Options options;
     std::wstring scenarioPath;
+    std::wstring protkPath;
     for (int i = 1; i < argc; ++i) {
         std::wstring arg = argv[i];
         auto next = [&]() { return i + 1 < argc ? WindowsPath(argv[++i]) : std::wstring(); };
@@ -47,13 +71,15 @@ int wmain(int argc, wchar_t** argv) {
             options.logPath = next();
         } else if (arg == L"--sandbox") {
             options.sandbox = next();
+        } else if (arg == L"--protkdat") {
+            protkPath = next();
         } else {
             scenarioPath = WindowsPath(arg);
         }
     }
     if (scenarioPath.empty()) {
         std::fprintf(stderr,
-                     "usage: qvxhost [--plugin DLL] [--driver DLL] [--log FILE] "
+                     "usage: qvxhost [--plugin DLL | --protkdat FILE] [--driver DLL] [--log FILE] "
                      "[--sandbox DIR] SCENARIO\n");
         return 2;
     }
@@ -68,6 +94,8 @@ int wmain(int argc, wchar_t** argv) {
         std::fprintf(stderr, "%ls:%d: %s\n", scenarioPath.c_str(), e.line, e.message.c_str());
     }
     if (!errors.empty()) return 2;
+
+    if (!protkPath.empty() && !ReadProtk(protkPath, options)) return 2;
 
     std::wstring stem = fs::path(scenarioPath).stem().wstring();
     options.scenarioName = qvx::os::NarrowUtf8(fs::path(scenarioPath).filename().wstring());

@@ -74,11 +74,13 @@ CScenarioRunner::CScenarioRunner(Options options) : m_options(std::move(options)
     fs::create_directories(fs::path(m_options.sandbox), ec);
     m_variables["SANDBOX"] = Utf8(m_options.sandbox);
     CSession::Instance().Reset();
+    CSession::Instance().textDirectory = m_options.textDirectory;
     CSession::Instance().onCall = [this](const std::string& line) { Log("  host: " + line); };
     AddCoreVerbs();
     AddCadSteps(*this);
     AddDriverSteps(*this);
     AddModeSteps(*this);
+    AddMenuSteps(*this);
     StartCapture();
     if (!m_options.driverPath.empty()) m_driver.Load(m_options.driverPath);
 }
@@ -243,6 +245,7 @@ bool CScenarioRunner::Load() {
     if (!CGraphicsWindow::RouteCurrentDC(m_plugin.Get())) {
         Log("  the plug-in does not import wglGetCurrentDC");
     }
+    if (!RouteHelpViewer(m_plugin.Get())) Log("  the plug-in does not import HtmlHelpW");
     int result = init(CSession::Instance().Args());
     Log("  user_initialize_plus returned " + std::to_string(result));
     return true;

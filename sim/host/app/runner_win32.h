@@ -25,6 +25,8 @@ public:
         std::wstring sandbox;
         std::wstring logPath;
         std::string scenarioName;
+        /// The application text directory the host hands over; a scenario may change it.
+        std::wstring textDirectory;
     };
 
     explicit CScenarioRunner(Options options);
@@ -130,5 +132,11 @@ void AddCadSteps(CScenarioRunner& runner);
 void AddDriverSteps(CScenarioRunner& runner);
 /// The host's mode and notifications: window, mode, sketch, popup, notify, notifications.
 void AddModeSteps(CScenarioRunner& runner);
+/// The steps that choose the plug-in's menu entries and look at the menu bar, the plug-in's
+/// dialogs and the help pages it opened.
+void AddMenuSteps(CScenarioRunner& runner);
+/// Points `plugin`'s import of the help viewer at the host, which records each page shown.
+/// False if the module does not import it.
+bool RouteHelpViewer(HMODULE plugin);
 
 }  // namespace sim

@@ -107,7 +107,8 @@ TEST_F(ActionsTest, ADriverWithoutTheActionFunctionsIsRefusedQuietly) {
     EXPECT_FALSE(Cfg().WriteActionImages(nullptr, 0));
 }
 
-/// The plug-in, built beside the test programs' folder, carries a version resource of id 1.
+/// The plug-in, built beside the test programs' folder, carries the LCD's logo as bitmap 298,
+/// the only resource of that id.
 std::string PluginPath() {
     char exe[MAX_PATH] = {};
     GetModuleFileNameA(nullptr, exe, MAX_PATH);
@@ -120,17 +121,17 @@ TEST(OxImageLoad, ResourceBecomesACopyOfItsBytes) {
     COxImage image;
     image.SetId("About");
     image.SetIndex(5);
-    image.SetResource(PluginPath().c_str(), OxMakeIntResource(1), nullptr);
+    image.SetResource(PluginPath().c_str(), OxMakeIntResource(298), nullptr);
     ASSERT_TRUE(image.Load()) << PluginPath();
     EXPECT_EQ(image.Type(), 3u);
     EXPECT_EQ(image.Index(), 5u);
-    ASSERT_GT(image.DataSize(), 40u);
-    // A version block: its length, then (after two more words) its name in UTF-16.
-    std::uint16_t length = 0;
-    std::memcpy(&length, image.Data(), sizeof length);
-    EXPECT_EQ(length, image.DataSize());
-    EXPECT_EQ(std::wstring(reinterpret_cast<const wchar_t*>(image.Data() + 6), 15),
-              L"VS_VERSION_INFO");
+    // A bitmap resource: its header (size 40, 22 by 22, 32 bits), then the pixels.
+    ASSERT_EQ(image.DataSize(), 40u + 22 * 22 * 4);
+    std::int32_t header[3] = {};
+    std::memcpy(header, image.Data(), sizeof header);
+    EXPECT_EQ(header[0], 40);
+    EXPECT_EQ(header[1], 22);
+    EXPECT_EQ(header[2], 22);
 }
 
 TEST(OxImageLoad, MissingModuleOrResourceLeavesTheImageAsItWas) {
