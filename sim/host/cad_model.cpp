@@ -32,7 +32,9 @@ Point3 Transform(const Point3& p, const Matrix4& m) {
 CModel MakeSamplePart(const std::string& name) {
     CModel model;
     model.name = name;
-    model.type = 2;
+    model.type = kModelPart;
+    static int handles = 0;
+    model.handle = ++handles;
     const double x0 = -60, x1 = 60, y0 = -40, y1 = 40, z0 = -25, z1 = 25, ridge = 70;
     auto edge = [&](Point3 a, Point3 b) { model.edges.push_back({a, b}); };
     // The block.

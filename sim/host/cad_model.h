@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,16 +20,44 @@ Point3 Transform(const Point3& p, const Matrix4& m);
 /// The host's model types.
 inline constexpr int kModelAssembly = 1;
 inline constexpr int kModelPart = 2;
-inline constexpr int kModelDrawing = 3;
+inline constexpr int kModelDrawing = 4;
 
 struct CEdge {
     Point3 from;
     Point3 to;
 };
 
+/// A material assigned to a model: its name and its mass density with the density's unit.
+struct CMaterial {
+    std::wstring name;
+    double density = 0;
+    std::wstring densityUnit;
+};
+
+/// What the host's mass property calculation gives for a solid.
+struct CMassProperties {
+    double volume = 0;
+    double density = 0;
+    double mass = 0;
+};
+
 struct CModel {
+    /// The name the host shows, with its extension: "block.prt".
     std::string name;
     int type = kModelPart;  ///< the host's model type: kModelAssembly, kModelPart, kModelDrawing
+    /// The handle the host gives out for this model; unique in the session.
+    int handle = 0;
+    /// Where the model's file lies: folder, drive, and the machine when it is another one's.
+    std::wstring folder;
+    std::wstring device;
+    std::wstring host;
+    /// The version the host's last save wrote (name.ext.version); 0: never saved.
+    int version = 0;
+    std::optional<CMaterial> material;
+    std::optional<CMassProperties> mass;
+    /// The texts of the principal unit system's mass and length units.
+    std::wstring massUnit = L"kg";
+    std::wstring lengthUnit = L"mm";
     std::vector<CEdge> edges;
     Point3 boxMin{};
     Point3 boxMax{};

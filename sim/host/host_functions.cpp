@@ -69,6 +69,7 @@ std::vector<QvxHostFunction> AllHostFunctions() {
     AddMouseFunctions(table);
     AddCommandFunctions(table);
     AddNotifyFunctions(table);
+    AddModelDataFunctions(table);
     AddMenuFunctions(table);
     std::sort(table.begin(), table.end(), [](const QvxHostFunction& a, const QvxHostFunction& b) {
         return std::strcmp(a.name, b.name) < 0;

@@ -24,6 +24,7 @@ void CSession::Reset() {
     refusedNotifications.clear();
     forcedMode.reset();
     sectionActive = 0;
+    verstampsOpen = 0;
     m_behind.clear();
     CloseModel();
     configOptions.clear();
@@ -117,6 +118,18 @@ void CSession::BringForward(std::size_t index) {
     panZoom = window.panZoom;
     savedViews = std::move(window.savedViews);
     displayStyle = std::move(window.displayStyle);
+}
+
+CModel* CSession::FindModel(ProMdl handle) {
+    if (model && HandleOf(*model) == handle) return &*model;
+    for (CWindow& window : m_behind) {
+        if (HandleOf(window.model) == handle) return &window.model;
+    }
+    return nullptr;
+}
+
+ProMdl CSession::HandleOf(const CModel& model) {
+    return reinterpret_cast<ProMdl>(static_cast<std::uintptr_t>(model.handle));
 }
 
 ProError CSession::Notify(ProNotifyType type) {

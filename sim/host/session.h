@@ -71,6 +71,12 @@ public:
     void CloseModel();
     /// Makes the open model `name` current (24); false when no such model is open.
     bool ActivateWindow(const std::string& name);
+    /// The open model whose handle is `handle` (current or behind), or null.
+    CModel* FindModel(ProMdl handle);
+    /// The handle the host gives out for `model`.
+    static ProMdl HandleOf(const CModel& model);
+    /// Version stamps and their texts handed out and not yet freed.
+    int verstampsOpen = 0;
     /// What the host's refit command does: fit the model's box into the window.
     void Refit();
 
@@ -196,6 +202,7 @@ void AddMacroFunctions(std::vector<QvxHostFunction>& table);
 void AddMouseFunctions(std::vector<QvxHostFunction>& table);
 void AddCommandFunctions(std::vector<QvxHostFunction>& table);
 void AddNotifyFunctions(std::vector<QvxHostFunction>& table);
+void AddModelDataFunctions(std::vector<QvxHostFunction>& table);
 void AddMenuFunctions(std::vector<QvxHostFunction>& table);
 
 /// What the host does when the user chooses the menu entry `item`: the command's access
