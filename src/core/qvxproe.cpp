@@ -5,6 +5,7 @@
 #include "core/action_tree.h"
 #include "core/language.h"
 #include "core/startup_platform.h"
+#include "nav/popup_menu.h"
 #include "support/os.h"
 #include "support/registry.h"
 #include "toolkit/host_table.h"
@@ -61,6 +62,7 @@ int CQvxProE::Stop() {
     DisconnectModeSignal();
     EndLcdApplet();
     // The table and the connections go before the device they came from.
+    qvx::nav::SetMenuButtonHandler(nullptr);
     m_commands.clear();
     m_connections.clear();
     m_device.reset();
@@ -79,7 +81,6 @@ void CQvxProE::BuildActionTree() {
 }
 
 // Until the pieces behind them exist, these steps of Start() and Stop() do nothing.
-void CQvxProE::LoadSettingsToDriver() {}
 void CQvxProE::AddHostMenu() {}
 void CQvxProE::CreateLcdApplet() {}
 void CQvxProE::EndLcdApplet() {}

@@ -11,6 +11,7 @@
 #include "client/ovk/signals.h"
 #include "nav/command_bindings.h"
 #include "support/main_loop.h"
+#include "support/settings/mouse_settings.h"
 
 #include <cstdint>
 #include <map>
@@ -42,6 +43,9 @@ public:
     void OnCommandEx(unsigned code, bool pressed, int* ints, float* floats);
     /// The driver's configuration values changed.
     void OnValueChanged();
+    /// The device menu's button: `open` true closes a menu of the host's; false opens the
+    /// device menu at the cursor, or closes it when it is open.
+    void OnMenuButton(bool open);
     /// The host's mode changed (or the action tree must be published again for `mode`).
     void OnProMode(ProMode mode);
 
@@ -56,6 +60,8 @@ public:
     const std::map<std::uint32_t, CommandHandler>& Commands() const { return m_commands; }
     const oxapp::CActionNode* ActionTree() const { return m_actionTree.get(); }
     const std::vector<oxapp::COxImage>& ActionImages() const { return m_actionImages; }
+    s3dm::C3dmouseSettings& Settings() { return *m_settings; }
+    std::int32_t PopupDepth() const { return m_popupDepth; }
     /// The driver's device object; empty when the plug-in has no driver.
     const ovk::interface_ptr<ovk::IObject>& Device() const { return m_device; }
 
@@ -67,6 +73,10 @@ private:
     // The steps of Start() that belong to other parts of the plug-in, in their order.
     void BuildActionTree();
     void LoadSettingsToDriver();
+    /// The settings to the driver, then to the file.
+    void StoreSettings();
+    /// Opens the driver's own user interface, where the user maps the buttons.
+    void ShowDriverUi();
     void AddHostMenu();
     void CreateLcdApplet();
     void EndLcdApplet();
@@ -77,7 +87,9 @@ private:
     std::wstring m_version;
     std::wstring m_homeDirectory;
     std::wstring m_textDirectory;
-    std::int32_t m_popupDepth = 0;  ///< open device menus; nothing opens one yet
+    std::shared_ptr<s3dm::C3dmouseSettings> m_settings =
+        std::make_shared<s3dm::C3dmouseSettings>(L"QvxProENGINEER");
+    std::int32_t m_popupDepth = 0;  ///< device menus open right now
     std::map<ProMode, std::string> m_actionSets;
     /// The 2,000 ms configuration poll; its Id() is 0 while none runs.
     qvx::CThreadTimer m_timerId;
