@@ -78,6 +78,7 @@ CScenarioRunner::CScenarioRunner(Options options) : m_options(std::move(options)
     AddCoreVerbs();
     AddCadSteps(*this);
     AddDriverSteps(*this);
+    AddMenuSteps(*this);
     StartCapture();
     if (!m_options.driverPath.empty()) m_driver.Load(m_options.driverPath);
 }
@@ -242,6 +243,7 @@ bool CScenarioRunner::Load() {
     if (!CGraphicsWindow::RouteCurrentDC(m_plugin.Get())) {
         Log("  the plug-in does not import wglGetCurrentDC");
     }
+    for (const auto& hook : m_loadHooks) hook(m_plugin.Get());
     int result = init(CSession::Instance().Args());
     Log("  user_initialize_plus returned " + std::to_string(result));
     return true;
