@@ -49,7 +49,11 @@ bool CQvxProE::ConnectDriver() {
                         static_cast<float*>(const_cast<void*>(floats)));
         }));
     FillCommandTable();
-    qvx::nav::SetMenuButtonHandler([this](bool open) { OnMenuButton(open); });
+    // Like every callback, the menu button reaches the plug-in through the global pointer and
+    // does nothing once it is gone.
+    qvx::nav::SetMenuButtonHandler([](bool open) {
+        if (g_qvxProE) g_qvxProE->OnMenuButton(open);
+    });
     return true;
 }
 

@@ -5,7 +5,6 @@
 #include "core/action_tree.h"
 #include "core/language.h"
 #include "core/startup_platform.h"
-#include "nav/popup_menu.h"
 #include "support/os.h"
 #include "support/registry.h"
 #include "toolkit/host_table.h"
@@ -62,7 +61,6 @@ int CQvxProE::Stop() {
     DisconnectModeSignal();
     EndLcdApplet();
     // The table and the connections go before the device they came from.
-    qvx::nav::SetMenuButtonHandler(nullptr);
     m_commands.clear();
     m_connections.clear();
     m_device.reset();

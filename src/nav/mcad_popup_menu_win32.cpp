@@ -45,7 +45,7 @@ bool CMcadPopupMenu::CreateBar() {
 
 bool CMcadPopupMenu::Fill() {
     HMENU menu = m_menu.Get();
-    ovklib::CScopedHandle<MenuTraits> speeds(CreatePopupMenu());
+    ovklib::CMenuHandle speeds(CreatePopupMenu());
     if (!speeds) return false;
     for (const CSpeedRow& row : kSpeedRows) AppendItem(speeds.Get(), row.id, m_language);
     AppendItem(menu, kMenuRotate, m_language);

@@ -10,12 +10,6 @@ namespace s3dm {
 
 class I3dmouseSettings;
 
-struct MenuTraits {
-    using Handle = HMENU;
-    static Handle Invalid() { return nullptr; }
-    static void Close(Handle h) { DestroyMenu(h); }
-};
-
 class CMcadPopupMenu {
 public:
     /// `language` is the language of the menu's texts.
@@ -39,7 +33,7 @@ public:
 private:
     bool Fill();
 
-    ovklib::CScopedHandle<MenuTraits> m_menu;
+    ovklib::CMenuHandle m_menu;
     std::uint16_t m_language;
 };
 

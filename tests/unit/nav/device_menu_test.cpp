@@ -1,7 +1,5 @@
-// The device menu's contents: the speed row that is marked, the texts by language, and what a
-// choice does to the settings.
+// The device menu's contents: the speed row that is marked, and the texts by language.
 #include "nav/device_menu.h"
-#include "support/settings/mouse_settings.h"
 
 #include <gtest/gtest.h>
 
@@ -24,24 +22,6 @@ TEST(DeviceMenuTest, TextsComeInTheMenusLanguageWithEnglishForTheRest) {
     EXPECT_EQ(DeviceMenuText(kMenuSpeed, 0x040C), L"Vitesse");
     EXPECT_EQ(DeviceMenuText(kMenuSpeedLow, 0x0409), L"Low\u25A0");
     EXPECT_EQ(DeviceMenuText(kMenuSpeedHigh, 0x0411), L"高速\u25A0\u25A0\u25A0\u25A0\u25A0");
-}
-
-TEST(DeviceMenuTest, AChoiceFlipsItsToggleOrSetsItsSpeedAndNothingElse) {
-    s3dm::C3dmouseSettings settings(L"QvxProENGINEER", nullptr);
-    ApplyDeviceMenuChoice(kMenuRotate, /*wasChecked=*/true, settings);
-    ApplyDeviceMenuChoice(kMenuPanZoom, /*wasChecked=*/false, settings);
-    EXPECT_FALSE(settings.GetRotation());
-    EXPECT_TRUE(settings.GetPanZoom());
-    ApplyDeviceMenuChoice(kMenuSpeedFaster, false, settings);
-    EXPECT_FLOAT_EQ(settings.GetSpeed(), 2.0f);
-    for (std::uint32_t other : {0u, 1u, static_cast<std::uint32_t>(kMenuSpeed),
-                                static_cast<std::uint32_t>(kMenuCustomizeButtons)}) {
-        ApplyDeviceMenuChoice(other, true, settings);
-    }
-    EXPECT_FALSE(settings.GetRotation());
-    EXPECT_TRUE(settings.GetPanZoom());
-    EXPECT_FALSE(settings.GetDominant());
-    EXPECT_FLOAT_EQ(settings.GetSpeed(), 2.0f);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// The device menu as a real popup menu: its items, the marks Track sets, and choices made by
-// keys while Track waits in the menu's loop.
+// The device menu as a real popup menu: the marks Track sets, and choices made by keys while
+// Track waits in the menu's loop, through the submenu too.
 #include "nav/device_menu.h"
 #include "nav/mcad_popup_menu_win32.h"
 #include "nav/menu_desktop.h"
@@ -66,26 +66,6 @@ protected:
     ovklib::CWindowHandle m_owner;
     s3dm::C3dmouseSettings m_settings{L"QvxProENGINEER", nullptr};
 };
-
-TEST_F(PopupMenuTest, MenuHoldsTheTogglesTheSpeedSubmenuAndTheDriversPanel) {
-    s3dm::CMcadPopupMenu menu(0x0409);
-    ASSERT_TRUE(menu.Create());
-    HMENU handle = menu.Handle();
-    ASSERT_EQ(GetMenuItemCount(handle), 5);
-    EXPECT_EQ(GetMenuItemID(handle, 0), kMenuRotate);
-    EXPECT_EQ(GetMenuItemID(handle, 1), kMenuPanZoom);
-    EXPECT_TRUE(GetMenuState(handle, 2, MF_BYPOSITION) & MF_SEPARATOR);
-    EXPECT_EQ(GetMenuItemID(handle, 4), kMenuCustomizeButtons);
-    HMENU speeds = GetSubMenu(handle, 3);
-    ASSERT_NE(speeds, nullptr);
-    ASSERT_EQ(GetMenuItemCount(speeds), 5);
-    for (int i = 0; i < 5; ++i) EXPECT_EQ(GetMenuItemID(speeds, i), kSpeedRows[i].id) << i;
-    wchar_t text[64] = {};
-    GetMenuStringW(handle, kMenuSpeedMid, text, 64, MF_BYCOMMAND);
-    EXPECT_STREQ(text, L"Mid\u25A0\u25A0\u25A0");
-    GetMenuStringW(handle, 3, text, 64, MF_BYPOSITION);
-    EXPECT_STREQ(text, L"Speed");
-}
 
 TEST_F(PopupMenuTest, TrackMarksTheSettingsAndTheToggleChosenFlips) {
     m_settings.SetPanZoom(false);

@@ -1,4 +1,4 @@
-// The device settings at start and on the driver's change, and the device menu's button.
+// The device menu's button: which menu a press closes or opens, and where a choice goes.
 #include "plugin_fixture.h"
 
 #include "nav/command_codes.h"
@@ -43,7 +43,7 @@ public:
     std::function<void()> inLoop;
 };
 
-class DeviceSettingsTest : public PluginTest {
+class MenuButtonTest : public PluginTest {
 protected:
     void SetUp() override {
         PluginTest::SetUp();
@@ -58,11 +58,6 @@ protected:
         os::SetEnv(L"APPDATA", std::nullopt);
     }
 
-    void Plant(const std::string& settings) {
-        std::ofstream(std::filesystem::path(m_file), std::ios::binary)
-            << "<configuration><userSettings><_3dmouse.properties.settings>" << settings
-            << "</_3dmouse.properties.settings></userSettings></configuration>";
-    }
     /// The settings file once every save has finished; empty when there is none.
     std::string File() {
         g_qvxProE->Settings().WaitForSaves();
@@ -82,32 +77,7 @@ protected:
     CFakeDesktop m_desktop;
 };
 
-TEST_F(DeviceSettingsTest, StartGivesTheFilesSettingsToTheDriverAndThenSavesThem) {
-    Plant(Value("QvxPanZoom", "0") + Value("Speed", "2") + Value("PivotMode", "1"));
-    Load();
-    ASSERT_TRUE(g_qvxProE);
-    EXPECT_EQ(DriverValues(), (std::map<std::string, std::string>{{"QvxDominant", "false"},
-                                                                  {"QvxPanZoom", "false"},
-                                                                  {"QvxRotation", "true"},
-                                                                  {"Speed", "2"}}));
-    std::string file = File();
-    EXPECT_NE(file.find(Value("QvxPanZoom", "false")), std::string::npos) << file;
-    EXPECT_NE(file.find(Value("PivotMode", "1")), std::string::npos) << "another writer's key";
-}
-
-TEST_F(DeviceSettingsTest, DriverChangeIsReadBackAndSaved) {
-    Load();
-    ASSERT_TRUE(g_qvxProE);
-    DriverValues()["QvxRotation"] = "1";
-    DriverValues()["Speed"] = "0.5";
-    g_qvxProE->OnValueChanged();
-    EXPECT_FALSE(g_qvxProE->Settings().GetRotation()) << "the driver's \"1\" is not \"true\"";
-    std::string file = File();
-    EXPECT_NE(file.find(Value("QvxRotation", "false")), std::string::npos) << file;
-    EXPECT_NE(file.find(Value("Speed", "0.5")), std::string::npos) << file;
-}
-
-TEST_F(DeviceSettingsTest, ToggleAndSpeedChosenGoToTheDriverAndTheFile) {
+TEST_F(MenuButtonTest, ToggleAndSpeedChosenGoToTheDriverAndTheFile) {
     Load();
     ASSERT_TRUE(g_qvxProE);
     m_desktop.choice = nav::kMenuRotate;
@@ -124,7 +94,7 @@ TEST_F(DeviceSettingsTest, ToggleAndSpeedChosenGoToTheDriverAndTheFile) {
     EXPECT_EQ(m_desktop.tracks, 2) << "a release does nothing";
 }
 
-TEST_F(DeviceSettingsTest, CustomizeButtonsOpensTheDriversInterfaceAndSavesNothing) {
+TEST_F(MenuButtonTest, CustomizeButtonsOpensTheDriversInterfaceAndSavesNothing) {
     Load();
     ASSERT_TRUE(g_qvxProE);
     File();
@@ -139,7 +109,7 @@ TEST_F(DeviceSettingsTest, CustomizeButtonsOpensTheDriversInterfaceAndSavesNothi
     EXPECT_EQ(File(), "") << "no save";
 }
 
-TEST_F(DeviceSettingsTest, MenuOfTheHostIsClosedAndNoDeviceMenuOpens) {
+TEST_F(MenuButtonTest, MenuOfTheHostIsClosedAndNoDeviceMenuOpens) {
     Load();
     ASSERT_TRUE(g_qvxProE);
     m_desktop.flags = nav::kGuiInMenuMode | nav::kGuiPopupMenuMode;
@@ -153,7 +123,7 @@ TEST_F(DeviceSettingsTest, MenuOfTheHostIsClosedAndNoDeviceMenuOpens) {
     EXPECT_EQ(m_desktop.tracks, 1);
 }
 
-TEST_F(DeviceSettingsTest, PressWhileTheDeviceMenuIsOpenClosesIt) {
+TEST_F(MenuButtonTest, PressWhileTheDeviceMenuIsOpenClosesIt) {
     Load();
     ASSERT_TRUE(g_qvxProE);
     m_desktop.inLoop = [&] {
@@ -165,16 +135,7 @@ TEST_F(DeviceSettingsTest, PressWhileTheDeviceMenuIsOpenClosesIt) {
     EXPECT_EQ(m_desktop.altPairs, 1) << "only the nested press's second half closes";
 }
 
-TEST_F(DeviceSettingsTest, AnotherProgramInFrontGetsNoMenu) {
-    Load();
-    ASSERT_TRUE(g_qvxProE);
-    m_desktop.foreground = nullptr;
-    Press38();
-    EXPECT_EQ(m_desktop.tracks, 0);
-    EXPECT_EQ(m_desktop.altPairs, 0);
-}
-
-TEST_F(DeviceSettingsTest, ThrowInsideTheMenusLoopStopsAtTheDriversDoor) {
+TEST_F(MenuButtonTest, ThrowInsideTheMenusLoopStopsAtTheDriversDoor) {
     Load();
     ASSERT_TRUE(g_qvxProE);
     DriverValues().clear();
@@ -187,15 +148,6 @@ TEST_F(DeviceSettingsTest, ThrowInsideTheMenusLoopStopsAtTheDriversDoor) {
     EXPECT_EQ(BoundaryCatchCount(), caught + 1);
     EXPECT_EQ(g_qvxProE->PopupDepth(), 0);
     EXPECT_TRUE(DriverValues().empty());
-}
-
-TEST_F(DeviceSettingsTest, DriverWithoutValuesChangesNothingAndTheFileIsStillSaved) {
-    Load();
-    ASSERT_TRUE(g_qvxProE);
-    m_devices.Last()->values.clear();
-    g_qvxProE->OnValueChanged();
-    EXPECT_TRUE(g_qvxProE->Settings().GetPanZoom()) << "no value from the driver: nothing changes";
-    EXPECT_NE(File().find(Value("QvxPanZoom", "true")), std::string::npos);
 }
 
 }  // namespace
