@@ -127,8 +127,10 @@ void C3dmouseSettings::Read(oxapp::IAppcfg* config) {
     ReadFlag(*config, kRotationKey, m_rotation);
     ReadFlag(*config, kDominantKey, m_dominant);
     if (auto text = ReadValue(*config, kSpeedKey)) {
+        // A text that is no number leaves the speed as it was, as the file's does.
         std::istringstream in(*text);
-        in >> m_speed;
+        float speed = 0.0f;
+        if (in >> speed) m_speed = speed;
     }
 }
 

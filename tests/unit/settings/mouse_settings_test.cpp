@@ -196,9 +196,13 @@ TEST(MouseSettingsDriverTest, ReadTakesOnlyTrueAsTrueAndKeepsWhatTheDriverDoesNo
     EXPECT_TRUE(settings.GetRotation());
     EXPECT_TRUE(settings.GetDominant()) << "no value from the driver";
     EXPECT_FLOAT_EQ(settings.GetSpeed(), 0.5f);
-    EXPECT_EQ(config.sizesOffered, (std::vector<std::uint32_t>(4, 1024u)));
+    EXPECT_EQ(config.sizesOffered, (std::vector<std::uint32_t>(4, 1024u))) << "reset before each";
 
+    config.values["Speed"] = "fast";
+    settings.Read(&config);
+    EXPECT_FLOAT_EQ(settings.GetSpeed(), 0.5f) << "no number";
     config.refuse = true;
+    config.values["Speed"] = "3";
     settings.Read(&config);
     settings.Read(nullptr);
     EXPECT_FLOAT_EQ(settings.GetSpeed(), 0.5f) << "a refusing driver changes nothing";
