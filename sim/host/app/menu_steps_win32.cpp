@@ -63,8 +63,8 @@ void CALLBACK EndHostMenu(HWND, UINT, UINT_PTR id, DWORD) {
 
 BOOL WINAPI HostGuiThreadInfo(DWORD thread, GUITHREADINFO* info) {
     BOOL ok = GetGUIThreadInfo(thread, info);
-    bool ownThread = thread == 0 || thread == GetCurrentThreadId();
-    if (ok && ownThread && (info->flags & GUI_INMENUMODE) && VisibleMenuWindow()) {
+    if (ok && thread == GetCurrentThreadId() && (info->flags & GUI_INMENUMODE) &&
+        VisibleMenuWindow()) {
         info->flags |= GUI_POPUPMENUMODE;
     }
     return ok;
@@ -72,6 +72,7 @@ BOOL WINAPI HostGuiThreadInfo(DWORD thread, GUITHREADINFO* info) {
 
 HRESULT WINAPI HostFolderPathAndSubDir(HWND owner, int csidl, HANDLE token, DWORD flags,
                                        LPCWSTR subFolder, LPWSTR path) {
+    if (!path) return E_INVALIDARG;
     if ((csidl & 0xFF) != CSIDL_APPDATA || g_roaming.empty()) {
         return SHGetFolderPathAndSubDirW(owner, csidl, token, flags, subFolder, path);
     }
