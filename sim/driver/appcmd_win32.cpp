@@ -87,6 +87,8 @@ std::int32_t OxAppCfgSetValue(OxHandle handle, const char* key, const char* valu
                         handle, [&](DriverState& state, Connection&) {
                             if (!key) return kOxBadValue;
                             state.configValues[key] = TextOrEmpty(value);
+                            state.configWrites.push_back(std::string(key) + "=" +
+                                                         TextOrEmpty(value));
                             return kOxNoError;
                         });
 }

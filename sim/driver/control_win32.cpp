@@ -62,6 +62,10 @@ bool FindRecord(DriverState& state, const std::string& what, std::string& text) 
         text = std::to_string(waiting);
     } else if (what == "sync-queries") {
         text = std::to_string(state.syncQueries);
+    } else if (what == "config-writes") {
+        for (const std::string& write : state.configWrites) text += write + '\n';
+    } else if (what == "ui-modes") {
+        for (std::int32_t mode : state.uiModes) text += std::to_string(mode) + '\n';
     } else if (Starts(what, "config:", key)) {
         auto found = state.configValues.find(key);
         if (found == state.configValues.end()) return false;

@@ -84,6 +84,10 @@ struct DriverState {
 
     // What applications told the driver.
     std::map<std::string, std::string> configValues;
+    /// Every value an application set, "KEY=VALUE", in the order they came.
+    std::vector<std::string> configWrites;
+    /// The modes of every accepted request to show the driver's user interface.
+    std::vector<std::int32_t> uiModes;
     // Trees and images as lines of client/oxapp/action_tree_text.h, made when they arrive,
     // since the application may free its records once the call returns.
     std::string actionTree;

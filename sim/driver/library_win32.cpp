@@ -220,9 +220,12 @@ std::int32_t OxButtonReleased(const OxKvwEvent* event) {
 }
 
 std::int32_t OxSetUiMode(OxHandle handle, std::int32_t mode) {
-    return RunStatus(
-        "OxSetUiMode", Args()("handle", handle)("mode", mode), Needs::Driver,
-        [&](DriverState& state) { return state.Find(handle) ? kOxNoError : kOxBadHandle; });
+    return RunStatus("OxSetUiMode", Args()("handle", handle)("mode", mode), Needs::Driver,
+                     [&](DriverState& state) {
+                         if (!state.Find(handle)) return kOxBadHandle;
+                         state.uiModes.push_back(mode);
+                         return kOxNoError;
+                     });
 }
 
 std::int32_t OxGetDevicePort(OxHandle handle, char* port, std::uint32_t size) {

@@ -6,6 +6,7 @@
 #include "client/oxapp/device_factory.h"
 #include "client/oxapp/device_interfaces.h"
 #include "client/oxapp/signal_interfaces.h"
+#include "nav/popup_menu.h"
 #include "support/boundary.h"
 #include "toolkit/undostack_bypass.h"
 
@@ -48,6 +49,11 @@ bool CQvxProE::ConnectDriver() {
                         static_cast<float*>(const_cast<void*>(floats)));
         }));
     FillCommandTable();
+    // Like every callback, the menu button reaches the plug-in through the global pointer and
+    // does nothing once it is gone.
+    qvx::nav::SetMenuButtonHandler([](bool open) {
+        if (g_qvxProE) g_qvxProE->OnMenuButton(open);
+    });
     // Kept for each change of mode, which then costs no cast.
     m_appcfg = ovk::interface_cast<oxapp::IAppcfg>(m_device);
     return true;
@@ -86,7 +92,8 @@ void CQvxProE::OnCommandEx(unsigned code, bool pressed, int* ints, float* floats
 void CQvxProE::OnValueChanged() {
     qvx::CallAtBoundary("CQvxProE::OnValueChanged", [this] {
         if (!m_device) return;
-        // The settings object that reads the driver's values back and saves them is not part
-        // of the plug-in yet; until it is, a change is only taken note of.
+        auto config = ovk::interface_cast<oxapp::IAppcfg>(m_device);
+        m_settings->Read(config.get());
+        m_settings->Save();
     });
 }

@@ -80,7 +80,6 @@ void CQvxProE::BuildActionTree() {
 }
 
 // Until the pieces behind them exist, these steps of Start() and Stop() do nothing.
-void CQvxProE::LoadSettingsToDriver() {}
 void CQvxProE::CreateLcdApplet() {}
 void CQvxProE::EndLcdApplet() {}
 bool CQvxProE::HostConfigurationChanged() { return TheProECommands().CheckMapkeyFiles(); }

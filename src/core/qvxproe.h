@@ -16,6 +16,7 @@
 #include "core/mode_switch.h"
 #include "nav/command_bindings.h"
 #include "support/main_loop.h"
+#include "support/settings/mouse_settings.h"
 
 #include <cstdint>
 #include <map>
@@ -47,6 +48,9 @@ public:
     void OnCommandEx(unsigned code, bool pressed, int* ints, float* floats);
     /// The driver's configuration values changed.
     void OnValueChanged();
+    /// The device menu's button: `open` true closes a menu of the host's; false opens the
+    /// device menu at the cursor, or closes it when it is open.
+    void OnMenuButton(bool open);
     /// The host's mode changed (or the action tree must be published again for `mode`): the
     /// driver makes the mode's action set current; a mode not yet published also gets the
     /// images (once per build) and the tree, whose root carries the set's name and text.
@@ -64,6 +68,8 @@ public:
     const std::map<std::uint32_t, CommandHandler>& Commands() const { return m_commands; }
     const oxapp::CActionNode* ActionTree() const { return m_actionTree.get(); }
     const std::vector<oxapp::COxImage>& ActionImages() const { return m_actionImages; }
+    s3dm::C3dmouseSettings& Settings() { return *m_settings; }
+    std::int32_t PopupDepth() const { return m_popupDepth; }
     /// The driver's device object; empty when the plug-in has no driver.
     const ovk::interface_ptr<ovk::IObject>& Device() const { return m_device; }
 
@@ -85,6 +91,10 @@ private:
     // The steps of Start() that belong to other parts of the plug-in, in their order.
     void BuildActionTree();
     void LoadSettingsToDriver();
+    /// The settings to the driver, then to the file.
+    void StoreSettings();
+    /// Opens the driver's own user interface, where the user maps the buttons.
+    void ShowDriverUi();
     void AddHostMenu();
     void CreateLcdApplet();
     void EndLcdApplet();
@@ -96,7 +106,9 @@ private:
     CAboutDialog m_aboutDialog;
     std::wstring m_homeDirectory;
     std::wstring m_textDirectory;
-    std::int32_t m_popupDepth = 0;  ///< open device menus; nothing opens one yet
+    std::shared_ptr<s3dm::C3dmouseSettings> m_settings =
+        std::make_shared<s3dm::C3dmouseSettings>(L"QvxProENGINEER");
+    std::int32_t m_popupDepth = 0;  ///< device menus open right now
     CQvxModeSwitch m_modeSwitch;
     boost::signals2::connection m_modeConnection;
     /// The modes whose action set the driver already has, with the set's name.

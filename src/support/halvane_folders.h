@@ -1,6 +1,7 @@
 // The device software's per-user folders, made when missing.
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace ovklib {
@@ -17,5 +18,9 @@ std::wstring GetQuorvexRoamingFolder();
 /// The same in the local application data folder. Throws std::runtime_error "Cannot get the
 /// halvane local appdata folder".
 std::wstring GetHalvaneLocalAppDataFolder();
+/// The roaming application data folder with `subFolder` ('\\'-separated) under it, created
+/// when missing; empty when the shell cannot give it. Natively that is $APPDATA, else
+/// $HOME/.config.
+std::optional<std::wstring> GetRoamingSubFolder(const std::wstring& subFolder);
 
 }  // namespace ovklib

@@ -31,4 +31,24 @@ std::wstring GetQuorvexRoamingFolder() {
     return qvx::os::WidenUtf8(dir.string());
 }
 
+std::optional<std::wstring> GetRoamingSubFolder(const std::wstring& subFolder) {
+    std::filesystem::path dir;
+    if (auto appData = qvx::os::GetEnv(L"APPDATA"); appData && !appData->empty()) {
+        dir = qvx::os::NarrowUtf8(*appData);
+    } else if (auto home = qvx::os::GetEnv(L"HOME"); home && !home->empty()) {
+        dir = std::filesystem::path(qvx::os::NarrowUtf8(*home)) / ".config";
+    } else {
+        return std::nullopt;
+    }
+    std::string sub = qvx::os::NarrowUtf8(subFolder);
+    for (char& c : sub) {
+        if (c == '\\') c = '/';
+    }
+    dir /= sub;
+    std::error_code ec;
+    std::filesystem::create_directories(dir, ec);
+    if (ec) return std::nullopt;
+    return qvx::os::WidenUtf8(dir.string());
+}
+
 }  // namespace ovklib

@@ -26,4 +26,13 @@ std::wstring GetQuorvexRoamingFolder() {
     return path;
 }
 
+std::optional<std::wstring> GetRoamingSubFolder(const std::wstring& subFolder) {
+    wchar_t path[MAX_PATH] = {};
+    if (FAILED(SHGetFolderPathAndSubDirW(nullptr, CSIDL_APPDATA | CSIDL_FLAG_CREATE, nullptr,
+                                         SHGFP_TYPE_CURRENT, subFolder.c_str(), path))) {
+        return std::nullopt;
+    }
+    return std::wstring(path);
+}
+
 }  // namespace ovklib

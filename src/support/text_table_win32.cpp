@@ -22,9 +22,11 @@ std::optional<std::wstring> FromLanguage(HMODULE module, std::uint32_t id, WORD 
 
 }  // namespace
 
-std::wstring LoadText(std::uint32_t id) {
+std::wstring LoadText(std::uint32_t id) { return LoadText(id, g_langId); }
+
+std::wstring LoadText(std::uint32_t id, std::uint16_t langId) {
     HMODULE module = OwnModule();
-    if (auto text = FromLanguage(module, id, g_langId)) return *text;
+    if (auto text = FromLanguage(module, id, langId)) return *text;
     const WCHAR* text = nullptr;
     // With a zero buffer size LoadStringW hands out a pointer into the resource itself.
     int length = LoadStringW(module, id, reinterpret_cast<LPWSTR>(&text), 0);

@@ -74,6 +74,11 @@ struct WindowTraits {
     static Handle Invalid() { return nullptr; }
     static void Close(Handle h) { DestroyWindow(h); }
 };
+struct MenuTraits {
+    using Handle = HMENU;
+    static Handle Invalid() { return nullptr; }
+    static void Close(Handle h) { DestroyMenu(h); }
+};
 
 /// A critical section owned for its whole life: made with a spin count, deleted by the
 /// destructor. Neither copied nor moved, since the system keeps its address. lock() and
@@ -128,5 +133,6 @@ using CRegKey = CScopedHandle<RegKeyTraits>;
 using CFindHandle = CScopedHandle<FindHandleTraits>;
 using CModuleHandle = CScopedHandle<ModuleTraits>;
 using CWindowHandle = CScopedHandle<WindowTraits>;
+using CMenuHandle = CScopedHandle<MenuTraits>;
 
 }  // namespace ovklib

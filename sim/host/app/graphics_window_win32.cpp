@@ -3,7 +3,8 @@
 // answers the plug-in's wglGetCurrentDC itself, through the plug-in's import table; the
 // plug-in's own lookup, WindowFromDC and the pointer wiggler run unchanged.
 #include "graphics_window_win32.h"
-#include "import_patch_win32.h"
+
+#include "import_route_win32.h"
 
 namespace sim {
 namespace {
@@ -99,8 +100,8 @@ std::optional<Point3> CGraphicsWindow::CursorUnits() const {
 }
 
 bool CGraphicsWindow::RouteCurrentDC(HMODULE plugin) {
-    return PatchImport(plugin, "opengl32.dll", "wglGetCurrentDC",
-                       reinterpret_cast<void*>(&HostCurrentDC));
+    return RouteImport(plugin, "opengl32.dll", "wglGetCurrentDC",
+                       reinterpret_cast<const void*>(&HostCurrentDC));
 }
 
 }  // namespace sim

@@ -57,6 +57,10 @@ bool ReadProtk(const std::wstring& path, sim::CScenarioRunner::Options& options)
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
+    // The other program that a scenario's `foreground other` puts in front.
+    if (argc == 4 && std::wstring(argv[1]) == L"--foreground-window") {
+        return sim::RunForegroundWindow(argv[2], argv[3]);
+    }
     sim::CScenarioRunner::Options options;
     std::wstring scenarioPath;
     std::wstring protkPath;

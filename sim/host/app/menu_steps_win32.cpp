@@ -1,7 +1,7 @@
 // Scenario steps about the host's menu bar, the plug-in's dialogs and the help viewer: choose
 // a menu entry as a user would, look at the menus, at the plug-in's windows on the host's
 // thread, and at the help pages the plug-in opened.
-#include "import_patch_win32.h"
+#include "import_route_win32.h"
 #include "runner_win32.h"
 
 #include "sim/host/session.h"
@@ -59,7 +59,7 @@ HWND WINAPI RecordHelp(HWND caller, LPCWSTR file, UINT command, DWORD_PTR data) 
 }  // namespace
 
 bool RouteHelpViewer(HMODULE plugin) {
-    return PatchImport(plugin, "hhctrl.ocx", "HtmlHelpW", reinterpret_cast<void*>(&RecordHelp));
+    return RouteImport(plugin, "hhctrl.ocx", "HtmlHelpW", reinterpret_cast<void*>(&RecordHelp));
 }
 
 void AddMenuSteps(CScenarioRunner& runner) {

@@ -46,9 +46,9 @@ void AddModeSteps(CScenarioRunner& runner) {
         }
         return true;
     });
-    runner.AddVerb("popup", [r](const Words& args) {
+    runner.AddVerb("host-popup", [r](const Words& args) {
         if (args.size() != 1 || (args[0] != "open" && args[0] != "close")) {
-            return r->Fail("usage: popup open | popup close");
+            return r->Fail("usage: host-popup open | host-popup close");
         }
         CSession::Instance().Notify(args[0] == "open" ? 72 : 73);
         return true;

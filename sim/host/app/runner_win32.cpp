@@ -81,6 +81,7 @@ CScenarioRunner::CScenarioRunner(Options options) : m_options(std::move(options)
     AddDriverSteps(*this);
     AddModeSteps(*this);
     AddMenuSteps(*this);
+    AddDesktopSteps(*this);
     StartCapture();
     if (!m_options.driverPath.empty()) m_driver.Load(m_options.driverPath);
 }
@@ -246,6 +247,7 @@ bool CScenarioRunner::Load() {
         Log("  the plug-in does not import wglGetCurrentDC");
     }
     if (!RouteHelpViewer(m_plugin.Get())) Log("  the plug-in does not import HtmlHelpW");
+    for (const auto& hook : m_loadHooks) hook(m_plugin.Get());
     int result = init(CSession::Instance().Args());
     Log("  user_initialize_plus returned " + std::to_string(result));
     return true;

@@ -44,6 +44,16 @@ public:
         m_expectations[what] = std::move(handler);
     }
 
+    /// Runs `hook` with the plug-in's module each time it is loaded, before it is started.
+    void AddLoadHook(std::function<void(HMODULE plugin)> hook) {
+        m_loadHooks.push_back(std::move(hook));
+    }
+    /// Makes `${name}` stand for `value` in the words of later steps.
+    void SetVariable(const std::string& name, const std::string& value) {
+        m_variables[name] = value;
+    }
+    const std::wstring& Sandbox() const { return m_options.sandbox; }
+
     /// Logs one line of the session log.
     void Log(const std::string& line);
     /// Marks the current step failed with a reason; returns false for use in handlers.
@@ -95,6 +105,7 @@ private:
     std::map<std::string, std::string> m_variables;
     std::map<std::string, Handler> m_verbs;
     std::map<std::string, Handler> m_expectations;
+    std::vector<std::function<void(HMODULE)>> m_loadHooks;
     // The driver is declared first so that it outlives the plug-in that may use it.
     CHeldDriver m_driver;
     CGraphicsWindow m_graphics;
@@ -130,7 +141,7 @@ void AddCadSteps(CScenarioRunner& runner);
 /// The steps that run the simulated driver, let the device speak, and look at what the
 /// driver was told.
 void AddDriverSteps(CScenarioRunner& runner);
-/// The host's mode and notifications: window, mode, sketch, popup, notify, notifications.
+/// The host's mode and notifications: window, mode, sketch, host-popup, notify, notifications.
 void AddModeSteps(CScenarioRunner& runner);
 /// The steps that choose the plug-in's menu entries and look at the menu bar, the plug-in's
 /// dialogs and the help pages it opened.
@@ -138,5 +149,10 @@ void AddMenuSteps(CScenarioRunner& runner);
 /// Points `plugin`'s import of the help viewer at the host, which records each page shown.
 /// False if the module does not import it.
 bool RouteHelpViewer(HMODULE plugin);
+/// The steps about menus and the foreground: the host's own menu, the choice in the next popup
+/// menu, another program's window in front; and the run's own roaming folder.
+void AddDesktopSteps(CScenarioRunner& runner);
+/// Runs as the other program of `foreground other`: a window in front until `quitEvent` is set.
+int RunForegroundWindow(const std::wstring& readyEvent, const std::wstring& quitEvent);
 
 }  // namespace sim

@@ -1,10 +1,10 @@
-#include "import_patch_win32.h"
+#include "import_route_win32.h"
 
 #include <cstring>
 
 namespace sim {
 
-bool PatchImport(HMODULE module, const char* dll, const char* function, void* replacement) {
+bool RouteImport(HMODULE module, const char* dll, const char* function, const void* replacement) {
     auto* base = reinterpret_cast<BYTE*>(module);
     const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
     const auto* nt = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
