@@ -18,6 +18,10 @@
 #include <string>
 #include <vector>
 
+namespace qvx::lcd {
+class CLcdCadInfoWindow;
+}
+
 class CQvxProE {
 public:
     using CommandHandler = qvx::nav::CommandHandler;
@@ -58,6 +62,7 @@ public:
     const std::vector<oxapp::COxImage>& ActionImages() const { return m_actionImages; }
     /// The driver's device object; empty when the plug-in has no driver.
     const ovk::interface_ptr<ovk::IObject>& Device() const { return m_device; }
+    const qvx::lcd::CLcdCadInfoWindow* LcdApplet() const { return m_lcd.get(); }
 
     /// Copies the binding table's three groups into m_commands; a later row for a code
     /// replaces an earlier one.
@@ -78,6 +83,8 @@ private:
     std::wstring m_homeDirectory;
     std::wstring m_textDirectory;
     std::int32_t m_popupDepth = 0;  ///< open device menus; nothing opens one yet
+    /// The LCD applet, from Start() to Stop(); empty when it could not be made.
+    std::shared_ptr<qvx::lcd::CLcdCadInfoWindow> m_lcd;
     std::map<ProMode, std::string> m_actionSets;
     /// The 2,000 ms configuration poll; its Id() is 0 while none runs.
     qvx::CThreadTimer m_timerId;
