@@ -65,7 +65,7 @@ bool CLcdCadInfoWindow::TryConnect() {
     COvkLcdConnection& connection = COvkLcdConnection::Instance();
     m_connected = connection.Connect(/*autostartable=*/false);
     if (!m_connected) return false;
-    connection.SetForeground(true);
+    connection.RequestDevices();
     try {
         m_page = m_pageMaker(Window(), m_factory);
         if (!m_page || !m_page->Create(m_pageName)) {

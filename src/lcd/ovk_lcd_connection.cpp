@@ -132,14 +132,19 @@ void COvkLcdImpl::Update() {
     if (IsConnected()) m_holder.connection->Update();
 }
 
-void COvkLcdImpl::SetForeground(bool foreground) {
+void COvkLcdImpl::RequestDevices() {
     if (!m_holder.connection) return;
     for (CLCDOutput* output : m_holder.connection->Outputs()) {
         // One device that fails must not keep the others from the request.
-        qvx::CallAtBoundary("COvkLcdImpl::SetForeground", [&] {
-            if (foreground && output->IsOpened()) m_library->RequestDevice(output->Device());
+        qvx::CallAtBoundary("COvkLcdImpl::RequestDevices", [&] {
+            if (output->IsOpened()) m_library->RequestDevice(output->Device());
         });
     }
+}
+
+void COvkLcdImpl::SetForeground(bool foreground) {
+    if (!m_holder.connection) return;
+    if (foreground) RequestDevices();
     for (CLCDOutput* output : m_holder.connection->Outputs()) {
         qvx::CallAtBoundary("COvkLcdImpl::SetForeground",
                             [&] { output->SetAsForeground(foreground); });

@@ -47,6 +47,9 @@ public:
     bool ShowPage(COvkLcdPage* page, bool bringUp);
     bool IsPageVisible(const COvkLcdPage* page) const;
     void Update();
+    /// Asks the manager for every open device, as an applet about to come up does.
+    void RequestDevices();
+    /// With true, first RequestDevices; then the foreground flag of every output.
     void SetForeground(bool foreground);
 
     void SetButtonCallback(_Qvx::IOvkLcdFunctor* functor);
@@ -108,6 +111,7 @@ public:
     bool IsPageVisible(const COvkLcdPage* page) const { return m_impl->IsPageVisible(page); }
     void Update() { m_impl->Update(); }
     void SetForeground(bool foreground) { m_impl->SetForeground(foreground); }
+    void RequestDevices() { m_impl->RequestDevices(); }
     void SetButtonCallback(_Qvx::IOvkLcdFunctor* f) { m_impl->SetButtonCallback(f); }
     void SetConfigureCallback(_Qvx::IOvkLcdFunctor* f) { m_impl->SetConfigureCallback(f); }
     void SetNotifyCallback(_Qvx::IOvkLcdFunctor* f) { m_impl->SetNotifyCallback(f); }

@@ -78,6 +78,7 @@ CScenarioRunner::CScenarioRunner(Options options) : m_options(std::move(options)
     AddCoreVerbs();
     AddCadSteps(*this);
     AddDriverSteps(*this);
+    AddLcdSteps(*this);
     StartCapture();
     if (!m_options.driverPath.empty()) m_driver.Load(m_options.driverPath);
 }

@@ -128,5 +128,8 @@ void AddCadSteps(CScenarioRunner& runner);
 /// The steps that run the simulated driver, let the device speak, and look at what the
 /// driver was told.
 void AddDriverSteps(CScenarioRunner& runner);
+/// The steps that run the simulated LCD manager, press the panel's buttons, and look at the
+/// frames and names the applet sent.
+void AddLcdSteps(CScenarioRunner& runner);
 
 }  // namespace sim
