@@ -20,6 +20,7 @@ using Words = std::vector<std::string>;
 
 constexpr wchar_t kServerBinaryKey[] =
     L"SOFTWARE\\Classes\\CLSID\\{4B1D7C90-6E2A-41F3-9C55-2A7E10D3B846}\\ServerBinary";
+constexpr wchar_t kManagerKey[] = L"Software\\Lorimet\\LCD Software\\LCD Manager\\CurrentVersion";
 constexpr wchar_t kAppletWindowClass[] = L"QvxProENGINEER LCD Applet";
 constexpr std::uint32_t kDataChangedMessage = 0x8020;
 
@@ -143,6 +144,17 @@ bool LcdStep(CScenarioRunner& runner, const Words& args) {
         std::error_code ec;
         std::filesystem::create_directories(folder, ec);
         c.SimLcdSetFrameFolder(folder.c_str());
+    } else if (what == "control-panel") {
+        // The manager's installation folder, with the stand-in control panel in it.
+        std::wstring folder = ProgramFolder() + L"\\simlcd-install";
+        ok = qvx::os::WriteRegistryString(qvx::os::RegistryRoot::LocalMachine, kManagerKey,
+                                          L"InstallPath", folder);
+        // Wine's shell opens a file without a verb only through "open", and its class of
+        // control panel files has only "cplopen": give it the "open" that Windows resolves.
+        ok = ok && qvx::os::WriteRegistryString(
+                       qvx::os::RegistryRoot::LocalMachine,
+                       L"Software\\Classes\\cplfile\\shell\\open\\command", L"",
+                       std::wstring(L"rundll32.exe shell32.dll,Control_RunDLL \"%1\""));
     } else if (what == "data-changed") {
         HWND window = FindWindowW(kAppletWindowClass, nullptr);
         if (!window) return runner.Fail("no LCD applet window");
@@ -222,6 +234,8 @@ void AddLcdSteps(CScenarioRunner& runner) {
         held.control.SimLcdReset();
         held.linesLogged = 0;
         SetServerBinary(std::nullopt);
+        qvx::os::WriteRegistryString(qvx::os::RegistryRoot::LocalMachine, kManagerKey,
+                                     L"InstallPath", std::nullopt);
         std::wstring frames = qvx::os::WidenUtf8(runner.Expand("${SANDBOX}")) + L"\\lcd";
         std::error_code ec;
         std::filesystem::create_directories(frames, ec);
