@@ -5,6 +5,7 @@
 #include "lcd_state_win32.h"
 
 #include "support/boundary.h"
+#include "support/module_of_code_win32.h"
 #include "support/windows_api.h"
 
 #include <functional>
@@ -25,11 +26,7 @@ std::mutex g_delivering;
 using Task = std::function<void()>;
 
 HINSTANCE ThisModule() {
-    HMODULE module = nullptr;
-    GetModuleHandleExW(
-        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-        reinterpret_cast<LPCWSTR>(&ThisModule), &module);
-    return module;
+    return qvx::os::ModuleContaining(reinterpret_cast<const void*>(&ThisModule));
 }
 
 LRESULT CALLBACK ManagerProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

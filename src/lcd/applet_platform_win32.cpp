@@ -4,6 +4,7 @@
 #include "lcd/applet_platform.h"
 
 #include "support/boundary.h"
+#include "support/module_of_code_win32.h"
 #include "support/registry.h"
 #include "support/windows_api.h"
 
@@ -87,11 +88,7 @@ public:
 
 private:
     static HINSTANCE ModuleOfThisCode() {
-        HMODULE module = nullptr;
-        GetModuleHandleExW(
-            GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-            reinterpret_cast<LPCWSTR>(&AppletWindowProc), &module);
-        return module;
+        return qvx::os::ModuleContaining(reinterpret_cast<const void*>(&AppletWindowProc));
     }
 };
 

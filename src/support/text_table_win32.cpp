@@ -1,18 +1,13 @@
 // Texts by id on Windows: the string resources of the module this code is linked into.
 #include "support/language_id.h"
 #include "support/text_table.h"
+#include "support/module_of_code_win32.h"
 #include "support/windows_api.h"
 
 namespace qvx {
 namespace {
 
-HMODULE ThisModule() {
-    HMODULE module = nullptr;
-    GetModuleHandleExW(
-        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-        reinterpret_cast<LPCWSTR>(&ThisModule), &module);
-    return module;
-}
+HMODULE ThisModule() { return os::ModuleContaining(reinterpret_cast<const void*>(&ThisModule)); }
 
 // Strings are stored sixteen to a block (block id / 16 + 1), each as a length word and that
 // many characters; a length of zero means the block has no such string.
