@@ -3,6 +3,7 @@
 // GDI objects stay flat while the simulated manager stops and starts 200 times.
 #include "lcd/lcd_applet.h"
 #include "lcd/stand_in_test_page.h"
+#include "lcd/widgets/lcd_bitmap.h"
 #include "lcd/widgets/lcd_output.h"
 #include "lcd/widgets/lcd_progress_bar.h"
 #include "lcd/widgets/ovk_lcd_page.h"
@@ -13,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstring>
 #include <cstdio>
 
 namespace qvx::lcd {
@@ -79,6 +81,57 @@ TEST(LcdGdi, ColourPageDrawsItsTextAndBackgroundIntoTheFrame) {
         for (int x = 60; x < 310; ++x) lit += pixel(x, y) == 0xFFFFFF;
     }
     EXPECT_GT(lit, 50) << "the title's white glyphs";
+}
+
+TEST(LcdGdi, MonoPageLightsThePixelsOfItsText) {
+    CFrameSink sink;
+    CLCDOutput output(sink, kLmDeviceMono, CreateMonoGfx());
+    COvkMonoLcdPageImpl page;
+    page.CreateText(8, 150, 700, 1)->SetText(L"MMMM MMMM");
+    ASSERT_TRUE(output.Open(1, nullptr, nullptr));
+    output.ShowPage(&page, true);
+    ASSERT_EQ(sink.frames, 1);
+    ASSERT_EQ(sink.last->format, kLmBitmapMono);
+    const auto& frame = reinterpret_cast<const LmBitmapMono&>(*sink.last);
+    int lit = 0;
+    for (std::uint8_t pixel : frame.pixels) lit += pixel >= 128;
+    EXPECT_GT(lit, 30);
+    EXPECT_LT(lit, kMonoWidth * kMonoHeight / 4);
+}
+
+TEST(LcdGdi, BitmapWithAlphaBlendsOverThePageAndWithoutItCovers) {
+    // A 2 x 1 picture: a white pixel at half alpha (premultiplied) and an opaque red one.
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
+    info.bmiHeader.biWidth = 2;
+    info.bmiHeader.biHeight = -1;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    info.bmiHeader.biCompression = BI_RGB;
+    void* bits = nullptr;
+    HBITMAP picture = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    ASSERT_NE(picture, nullptr);
+    const std::uint8_t pixels[8] = {0x80, 0x80, 0x80, 0x80, 0x00, 0x00, 0xFF, 0xFF};
+    std::memcpy(bits, pixels, sizeof(pixels));
+
+    for (bool alpha : {true, false}) {
+        CFrameSink sink;
+        CLCDOutput output(sink, kLmDeviceColor, CreateColorGfx());
+        COvkColorLcdPageImpl page;
+        page.SetBackgroundColor(0x404040);
+        CLCDBitmap* bitmap = page.CreateBitmap(2, 1);
+        bitmap->SetBitmap(picture);
+        bitmap->SetAlpha(alpha);
+        bitmap->SetOrigin(10, 10);
+        ASSERT_TRUE(output.Open(1, nullptr, nullptr));
+        output.ShowPage(&page, true);
+        const auto& frame = reinterpret_cast<const LmBitmapColor&>(*sink.last);
+        const std::uint8_t* at = frame.pixels + (10 * kColorWidth + 10) * 4;
+        // Half white over grey 0x40 blends to 0xA0; copied it stays 0x80.
+        EXPECT_NEAR(at[0], alpha ? 0xA0 : 0x80, 2) << "alpha " << alpha;
+        EXPECT_EQ(at[6], 0xFF) << "alpha " << alpha;       // the red pixel's red
+    }
+    DeleteObject(picture);
 }
 
 TEST(LcdGdi, FullPageRenderAndSendAgainstABareCopyOfTheSameSize) {
