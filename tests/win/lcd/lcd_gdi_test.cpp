@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstring>
 #include <cstdio>
@@ -129,7 +130,7 @@ TEST(LcdGdi, BitmapWithAlphaBlendsOverThePageAndWithoutItCovers) {
         const std::uint8_t* at = frame.pixels + (10 * kColorWidth + 10) * 4;
         // Half white over grey 0x40 blends to 0xA0; copied it stays 0x80.
         EXPECT_NEAR(at[0], alpha ? 0xA0 : 0x80, 2) << "alpha " << alpha;
-        EXPECT_EQ(at[6], 0xFF) << "alpha " << alpha;       // the red pixel's red
+        EXPECT_EQ(at[6], 0xFF) << "alpha " << alpha;  // the red pixel's red
     }
     DeleteObject(picture);
 }
@@ -209,6 +210,20 @@ protected:
         return count;
     }
     static DWORD GdiObjects() { return GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS); }
+    /// The highest GDI handle slot that 4,000 fresh objects take: freed slots are used first,
+    /// so it climbs with every object that leaked, where the count above reads 0.
+    static unsigned GdiHighWater() {
+        std::vector<HGDIOBJ> objects;
+        unsigned highest = 0;
+        for (int i = 0; i < 4000; ++i) {
+            objects.push_back(CreateSolidBrush(0));
+            highest = std::max(
+                highest,
+                static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(objects.back()) & 0xFFFF));
+        }
+        for (HGDIOBJ object : objects) DeleteObject(object);
+        return highest;
+    }
     /// The value of a fresh kernel handle: the system gives the lowest free slot, so it
     /// climbs when handles leak, even where the counts above read 0 (Wine gives 0 for both).
     static std::uintptr_t NextHandleSlot() {
@@ -242,6 +257,7 @@ TEST_F(LcdAppletSoak, HandlesAndGdiObjectsStayFlatOver200ManagerRestarts) {
     for (int i = 0; i < 5; ++i) cycle();  // warm up what is made once
     DWORD handles = Handles(), gdi = GdiObjects();
     std::uintptr_t slot = NextHandleSlot();
+    unsigned gdiSlot = GdiHighWater();
     std::uint32_t frames = m_control.SimLcdFrameCount();
     for (int i = 0; i < 200; ++i) {
         cycle();
@@ -251,11 +267,12 @@ TEST_F(LcdAppletSoak, HandlesAndGdiObjectsStayFlatOver200ManagerRestarts) {
     EXPECT_LE(Handles(), handles + 2);
     EXPECT_LE(GdiObjects(), gdi + 2);
     EXPECT_LE(NextHandleSlot(), slot + 2 * sizeof(HANDLE));
+    EXPECT_LE(GdiHighWater(), gdiSlot + 8);
     std::printf(
         "[ figure ] handles %lu -> %lu, GDI objects %lu -> %lu, next handle slot %#llx -> "
-        "%#llx over 200 restarts\n",
+        "%#llx, GDI high water %u -> %u over 200 restarts\n",
         handles, Handles(), gdi, GdiObjects(), static_cast<unsigned long long>(slot),
-        static_cast<unsigned long long>(NextHandleSlot()));
+        static_cast<unsigned long long>(NextHandleSlot()), gdiSlot, GdiHighWater());
     applet.reset();
     EXPECT_EQ(m_control.SimLcdConnectionCount(), 0u);
 }
