@@ -1,7 +1,5 @@
 #include "lcd/cad_info_window.h"
 
-#include <stdexcept>
-
 namespace qvx::lcd {
 namespace {
 

@@ -122,7 +122,6 @@ private:
     explicit COvkLcdConnection(std::wstring name);
 
     std::unique_ptr<COvkLcdImpl> m_impl;
-    std::int32_t m_spare = -1;
     std::wstring m_name;
 };
 

@@ -35,7 +35,6 @@ void CLCDText::SetFontWeight(int weight) {
 void CLCDText::SetText(const std::wstring& text) {
     if (text == m_text) return;
     m_text = text;
-    m_length = m_text.size();
     m_vExtent = 0;
     m_hExtent = 0;
     m_recalculate = true;

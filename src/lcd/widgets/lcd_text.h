@@ -47,7 +47,6 @@ private:
     unsigned m_format = 0;
     bool m_recalculate = true;
     bool m_wordWrap = false;
-    std::size_t m_length = 0;
     int m_vExtent = 0;
     int m_hExtent = 0;
 };
