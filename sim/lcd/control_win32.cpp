@@ -30,6 +30,7 @@ __declspec(dllexport) void SimLcdSetDevicePresent(std::int32_t present) {
     {
         std::lock_guard<std::mutex> guard(Lock());
         State().devicePresent = present != 0;
+        if (!present) State().buttons = 0;  // a device that is gone holds no buttons
         LogLine(present ? "device arrives" : "device removed");
     }
     DeliverNotification(

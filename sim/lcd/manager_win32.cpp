@@ -106,6 +106,7 @@ void EndThread(bool orderly) {
     std::lock_guard<std::mutex> guard(Lock());
     State().connections.clear();
     State().devices.clear();
+    State().buttons = 0;
     LogLine(orderly ? "manager stopped" : "manager killed");
 }
 

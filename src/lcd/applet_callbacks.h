@@ -15,6 +15,9 @@ public:
     CQvxButtonCallBack(IAppletPlatform& platform, WindowId window)
         : m_platform(platform), m_window(window) {}
     void operator()(std::uint32_t mask) override;
+    /// Forgets the buttons held: a new connection starts with none, whatever report of the
+    /// old one was lost.
+    void Reset() { m_lastMask = 0; }
 
 private:
     IAppletPlatform& m_platform;

@@ -63,6 +63,7 @@ bool CLcdCadInfoWindow::TryConnect() {
     COvkLcdConnection& connection = COvkLcdConnection::Instance();
     m_connected = connection.Connect(/*autostartable=*/false);
     if (!m_connected) return false;
+    if (m_buttonCallback) m_buttonCallback->Reset();
     connection.RequestDevices();
     try {
         m_page = m_pageMaker(Window(), m_factory);

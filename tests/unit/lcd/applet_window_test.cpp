@@ -149,6 +149,18 @@ TEST_F(LcdAppletWindowTest, ClosedConnectionTearsDownAndTheNextAttemptMakesANewP
     EXPECT_EQ(m_page.calls["Create"], 2);
 }
 
+TEST_F(LcdAppletWindowTest, ANewConnectionForgetsAButtonWhoseReleaseWasLost) {
+    MakeConnected();
+    COvkLcdConnection::Instance().Impl().OnSoftButtons(kButtonOk);
+    m_platform.Pump();
+    m_library.Notify(kLmNotifyCloseConnection);
+    m_platform.Pump();
+    m_platform.Send(kMsgTimer, Window::kRetryTimer);
+    COvkLcdConnection::Instance().Impl().OnSoftButtons(kButtonOk);
+    m_platform.Pump();
+    EXPECT_EQ(m_page.calls["OnOk"], 2);
+}
+
 TEST_F(LcdAppletWindowTest, PageThatCannotBeMadeLeavesTheConnectionWithoutAPage) {
     m_page.createResult = false;
     MakeConnected();
