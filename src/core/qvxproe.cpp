@@ -5,6 +5,8 @@
 #include "core/action_tree.h"
 #include "core/language.h"
 #include "core/startup_platform.h"
+#include "lcd/lcd_applet.h"
+#include "lcd/stand_in_test_page.h"
 #include "support/os.h"
 #include "support/registry.h"
 #include "toolkit/host_table.h"
@@ -80,6 +82,8 @@ void CQvxProE::BuildActionTree() {
 }
 
 // Until the pieces behind them exist, these steps of Start() and Stop() do nothing.
-void CQvxProE::CreateLcdApplet() {}
-void CQvxProE::EndLcdApplet() {}
+void CQvxProE::CreateLcdApplet() {
+    m_lcd = qvx::lcd::StartLcdApplet(std::make_shared<qvx::lcd::CStandInFactory>(), m_version);
+}
+void CQvxProE::EndLcdApplet() { m_lcd.reset(); }
 bool CQvxProE::HostConfigurationChanged() { return TheProECommands().CheckMapkeyFiles(); }

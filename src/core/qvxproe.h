@@ -24,6 +24,10 @@
 #include <string>
 #include <vector>
 
+namespace qvx::lcd {
+class CLcdCadInfoWindow;
+}
+
 class CQvxProE {
 public:
     using CommandHandler = qvx::nav::CommandHandler;
@@ -72,6 +76,7 @@ public:
     std::int32_t PopupDepth() const { return m_popupDepth; }
     /// The driver's device object; empty when the plug-in has no driver.
     const ovk::interface_ptr<ovk::IObject>& Device() const { return m_device; }
+    const qvx::lcd::CLcdCadInfoWindow* LcdApplet() const { return m_lcd.get(); }
 
     /// Copies the binding table's three groups into m_commands; a later row for a code
     /// replaces an earlier one.
@@ -111,6 +116,8 @@ private:
     std::int32_t m_popupDepth = 0;  ///< device menus open right now
     CQvxModeSwitch m_modeSwitch;
     boost::signals2::connection m_modeConnection;
+    /// The LCD applet, from Start() to Stop(); empty when it could not be made.
+    std::shared_ptr<qvx::lcd::CLcdCadInfoWindow> m_lcd;
     /// The modes whose action set the driver already has, with the set's name.
     std::map<ProMode, std::string> m_actionSets;
     /// The 2,000 ms configuration poll; its Id() is 0 while none runs.

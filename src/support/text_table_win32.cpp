@@ -2,6 +2,7 @@
 #include "support/language_id.h"
 #include "support/own_module_win32.h"
 #include "support/text_table.h"
+#include "support/module_of_code_win32.h"
 #include "support/windows_api.h"
 
 namespace qvx {

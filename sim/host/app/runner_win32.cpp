@@ -82,6 +82,7 @@ CScenarioRunner::CScenarioRunner(Options options) : m_options(std::move(options)
     AddModeSteps(*this);
     AddMenuSteps(*this);
     AddDesktopSteps(*this);
+    AddLcdSteps(*this);
     StartCapture();
     if (!m_options.driverPath.empty()) m_driver.Load(m_options.driverPath);
 }

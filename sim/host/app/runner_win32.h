@@ -154,5 +154,8 @@ bool RouteHelpViewer(HMODULE plugin);
 void AddDesktopSteps(CScenarioRunner& runner);
 /// Runs as the other program of `foreground other`: a window in front until `quitEvent` is set.
 int RunForegroundWindow(const std::wstring& readyEvent, const std::wstring& quitEvent);
+/// The steps that run the simulated LCD manager, press the panel's buttons, and look at the
+/// frames and names the applet sent.
+void AddLcdSteps(CScenarioRunner& runner);
 
 }  // namespace sim
