@@ -56,9 +56,13 @@ bool CLCDOutput::Draw() {
     if (m_lastFrame.size() == size && std::equal(bytes, bytes + size, m_lastFrame.begin())) {
         return false;
     }
-    m_lastFrame.assign(bytes, bytes + size);
-    // A failed send is left alone: the library's next notification tells what happened.
-    m_library.UpdateBitmap(m_device, *bitmap, m_priority);
+    // A failed send is left alone, the library's next notification tells what happened;
+    // only a frame that arrived counts as shown.
+    if (m_library.UpdateBitmap(m_device, *bitmap, m_priority) == 0) {
+        m_lastFrame.assign(bytes, bytes + size);
+    } else {
+        m_lastFrame.clear();
+    }
     ++m_framesSent;
     return true;
 }
