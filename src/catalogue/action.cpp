@@ -47,15 +47,23 @@ bool IsBlank(wchar_t c) { return c == L' ' || (c >= L'\t' && c <= L'\r'); }
 
 }  // namespace
 
-CAction::CAction(const std::wstring& text, const std::wstring& label, std::int32_t kind,
-                 const std::wstring& image, const std::wstring& tooltip)
-    : m_kind(kind), m_label(label), m_text(text), m_image(image), m_tooltip(tooltip) {
-    if (kind == kProCmd || kind == kProCmdCheck) m_text = MakeMacro(text, kind);
+CAction::CAction(std::wstring text, std::wstring label, std::int32_t kind, std::wstring image,
+                 std::wstring tooltip)
+    : m_kind(kind),
+      m_label(std::move(label)),
+      m_text(std::move(text)),
+      m_image(std::move(image)),
+      m_tooltip(std::move(tooltip)) {
+    if (kind == kProCmd || kind == kProCmdCheck) m_text = MakeMacro(m_text, kind);
 }
 
-CAction::CAction(std::uint32_t menuId, const std::wstring& label, std::int32_t kind,
-                 const std::wstring& image, const std::wstring& tooltip)
-    : m_menuId(menuId), m_kind(kind), m_label(label), m_image(image), m_tooltip(tooltip) {}
+CAction::CAction(std::uint32_t menuId, std::wstring label, std::int32_t kind, std::wstring image,
+                 std::wstring tooltip)
+    : m_menuId(menuId),
+      m_kind(kind),
+      m_label(std::move(label)),
+      m_image(std::move(image)),
+      m_tooltip(std::move(tooltip)) {}
 
 std::ostream& operator<<(std::ostream& out, const CAction& action) {
     std::string text = qvx::os::NarrowUtf8(action.m_text);

@@ -21,13 +21,15 @@ public:
 
     CAction() = default;
     /// For kProCmd and kProCmdCheck `text` is a command name and becomes its macro.
-    CAction(const std::wstring& text, const std::wstring& label, std::int32_t kind,
-            const std::wstring& image, const std::wstring& tooltip);
+    CAction(std::wstring text, std::wstring label, std::int32_t kind, std::wstring image,
+            std::wstring tooltip);
     /// A Windows command; `m_text` stays empty.
-    CAction(std::uint32_t menuId, const std::wstring& label, std::int32_t kind,
-            const std::wstring& image, const std::wstring& tooltip);
+    CAction(std::uint32_t menuId, std::wstring label, std::int32_t kind, std::wstring image,
+            std::wstring tooltip);
     CAction(const CAction&) = default;
     CAction& operator=(const CAction&) = default;
+    CAction(CAction&&) noexcept = default;
+    CAction& operator=(CAction&&) noexcept = default;
     virtual ~CAction() = default;
 
     std::wstring GetLabel() const { return m_label; }

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstring>
+#include <string_view>
 
 class CQvxProEMapkeyFile::CQvxProEMapkeyFileImpl {
 public:
@@ -19,11 +20,11 @@ namespace {
 
 bool IsSpace(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
 
-std::string Trim(const std::string& s) {
+std::string Trim(std::string_view s) {
     std::size_t b = 0, e = s.size();
     while (b < e && IsSpace(s[b])) ++b;
     while (e > b && IsSpace(s[e - 1])) --e;
-    return s.substr(b, e - b);
+    return std::string(s.substr(b, e - b));
 }
 
 // The text between `tag` and the first ';' behind it; moves the cursor behind that ';' when
@@ -64,7 +65,8 @@ CMapkeyDefinition ParseMapkeyLine(const std::string& line) {
     if (d.name.empty()) d.name = d.label;
     if (d.label.empty()) d.label = d.name;
     if (d.name.empty()) d.name = d.label = d.key;
-    d.body = Trim(cursor < line.size() ? line.substr(cursor) : std::string());
+    d.body =
+        Trim(cursor < line.size() ? std::string_view(line).substr(cursor) : std::string_view());
     if (d.body == ";") d.body.clear();
     return d;
 }
@@ -86,11 +88,12 @@ void ReadMapkeyText(char* text, const std::wstring& imagePath, CMapkeyMap& map,
                                 lineStarts.begin());
     };
     char* rest = text;
+    std::string logical;  // one buffer for every definition's joined line
     while (char* raw = NextLine(rest)) {
         const char* hit = std::strstr(raw, "mapkey ");
         if (!hit) continue;
         const int firstLine = observer ? lineOf(raw) : 0;
-        std::string logical = hit;
+        logical.assign(hit);
         while (!logical.empty() && logical.back() == '\\') {
             logical.pop_back();
             char* next = NextLine(rest);
@@ -113,7 +116,7 @@ void ReadMapkeyText(char* text, const std::wstring& imagePath, CMapkeyMap& map,
         }
         CAction action(qvx::os::WidenUtf8(d.key), qvx::os::WidenUtf8(d.label), CAction::kProMacro,
                        imagePath, qvx::os::WidenUtf8(d.name));
-        map[d.key] = CMapkeyEntry(action, d.body);
+        map.insert_or_assign(std::move(d.key), CMapkeyEntry(std::move(action), std::move(d.body)));
     }
 }
 
