@@ -1,6 +1,7 @@
 // A change of the host's mode to one already published: CQvxProE::OnProMode against the bare
 // driver call it ends in (the device's activation of an action set), with the allocations per
 // call of each. The plug-in runs natively over the simulated host and a fake device.
+#include "allocation_counter.h"
 #include "client/oxapp/device_interfaces.h"
 #include "core/entry_points.h"
 #include "core/qvxproe.h"
@@ -14,21 +15,7 @@
 #include <cstdlib>
 #include <new>
 
-namespace {
-
-std::atomic<std::uint64_t> g_allocations{0};
-
-}  // namespace
-
-// Counts every allocation of the process; the pair below must stay malloc and free.
-#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-void* operator new(std::size_t size) {
-    ++g_allocations;
-    if (void* block = std::malloc(size ? size : 1)) return block;
-    throw std::bad_alloc();
-}
-void operator delete(void* block) noexcept { std::free(block); }
-void operator delete(void* block, std::size_t) noexcept { std::free(block); }
+using qvx::bench::g_allocations;
 
 namespace {
 

@@ -5,6 +5,7 @@
 // process. Also counts the allocations this program makes per event on each road.
 //
 //   bench_driver_events.exe [EVENTS]
+#include "allocation_counter.h"
 #include "client/oxapp/signal_interfaces.h"
 #include "client/detail/smart_s80_device_win32.h"
 #include "client/ovk/interface_ptr.h"
@@ -23,19 +24,7 @@
 #include <string>
 #include <vector>
 
-namespace {
-
-std::atomic<std::uint64_t> g_allocations{0};
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    ++g_allocations;
-    if (void* block = std::malloc(size ? size : 1)) return block;
-    throw std::bad_alloc();
-}
-void operator delete(void* block) noexcept { std::free(block); }
-void operator delete(void* block, std::size_t) noexcept { std::free(block); }
+using qvx::bench::g_allocations;
 
 namespace {
 

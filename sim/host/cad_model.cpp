@@ -35,6 +35,8 @@ CModel MakeSamplePart(const std::string& name) {
     model.type = kModelPart;
     static int handles = 0;
     model.handle = ++handles;
+    // Its mass properties as the host computes them with the model's own density (steel).
+    model.mass = CMassProperties{571250, 7.85e-06, 4.484};
     const double x0 = -60, x1 = 60, y0 = -40, y1 = 40, z0 = -25, z1 = 25, ridge = 70;
     auto edge = [&](Point3 a, Point3 b) { model.edges.push_back({a, b}); };
     // The block.

@@ -6,7 +6,7 @@
 #include "core/language.h"
 #include "core/startup_platform.h"
 #include "lcd/lcd_applet.h"
-#include "lcd/stand_in_test_page.h"
+#include "lcd/proe_factory.h"
 #include "support/os.h"
 #include "support/registry.h"
 #include "toolkit/host_table.h"
@@ -83,7 +83,8 @@ void CQvxProE::BuildActionTree() {
 
 // Until the pieces behind them exist, these steps of Start() and Stop() do nothing.
 void CQvxProE::CreateLcdApplet() {
-    m_lcd = qvx::lcd::StartLcdApplet(std::make_shared<qvx::lcd::CStandInFactory>(), m_version);
+    m_lcdFactory = std::make_shared<qvx::lcd::CLcdProeFactory>();
+    m_lcd = qvx::lcd::StartLcdApplet(m_lcdFactory, m_version);
 }
 void CQvxProE::EndLcdApplet() { m_lcd.reset(); }
 bool CQvxProE::HostConfigurationChanged() { return TheProECommands().CheckMapkeyFiles(); }

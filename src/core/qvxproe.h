@@ -24,6 +24,9 @@
 #include <string>
 #include <vector>
 
+namespace _Qvx {
+class IFactory;
+}
 namespace qvx::lcd {
 class CLcdCadInfoWindow;
 }
@@ -118,6 +121,8 @@ private:
     boost::signals2::connection m_modeConnection;
     /// The LCD applet, from Start() to Stop(); empty when it could not be made.
     std::shared_ptr<qvx::lcd::CLcdCadInfoWindow> m_lcd;
+    /// What the LCD window asks for the host's document data.
+    std::shared_ptr<_Qvx::IFactory> m_lcdFactory;
     /// The modes whose action set the driver already has, with the set's name.
     std::map<ProMode, std::string> m_actionSets;
     /// The 2,000 ms configuration poll; its Id() is 0 while none runs.

@@ -46,6 +46,14 @@ public:
     /// Runs the manager's control panel, found through its installation folder; nothing
     /// when that is not known.
     virtual void OpenControlPanel() = 0;
+    /// A timer of `ms` on `window` whose end calls `expired` with the window and the timer's
+    /// id (on the window's thread) instead of sending the window a message; the id, 0 when
+    /// none was made. One such callback serves the process.
+    virtual std::uintptr_t StartCallbackTimer(WindowId, std::uint32_t /*ms*/,
+                                              void (*/*expired*/)(WindowId, std::uintptr_t)) {
+        return 0;
+    }
+    virtual void StopCallbackTimer(WindowId, std::uintptr_t /*id*/) {}
 
 protected:
     ~IAppletPlatform() = default;

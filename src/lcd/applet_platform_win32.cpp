@@ -39,6 +39,15 @@ LRESULT CALLBACK AppletWindowProc(HWND window, UINT message, WPARAM wParam, LPAR
     return DefWindowProcW(window, message, wParam, lParam);
 }
 
+/// The callback of the timers StartCallbackTimer makes.
+void (*g_timerExpired)(WindowId, std::uintptr_t) = nullptr;
+
+void CALLBACK CallbackTimerProc(HWND window, UINT, UINT_PTR id, DWORD) {
+    qvx::CallAtBoundary("CLcdProeDataImpl::TimerProc", [&] {
+        if (g_timerExpired) g_timerExpired(reinterpret_cast<WindowId>(window), id);
+    });
+}
+
 class CWin32AppletPlatform : public IAppletPlatform {
 public:
     WindowId CreateHiddenWindow(IAppletWindowHandler& handler) override {
@@ -84,6 +93,21 @@ public:
         if (!folder || folder->empty()) return;
         std::wstring panel = *folder + L"\\LmLcdCpl.cpl";
         ShellExecuteW(nullptr, nullptr, panel.c_str(), nullptr, nullptr, /*nShowCmd=*/1);
+    }
+
+    std::uintptr_t StartCallbackTimer(WindowId window, std::uint32_t ms,
+                                      void (*expired)(WindowId, std::uintptr_t)) override {
+        g_timerExpired = expired;
+        // A thread timer hands out an id no other timer of the thread has; the window's timer
+        // then takes that id, and the placeholder goes.
+        UINT_PTR fresh = SetTimer(nullptr, 0, 0x7FFFFFFF, nullptr);
+        if (fresh == 0) return 0;
+        KillTimer(nullptr, fresh);
+        return SetTimer(AsWindow(window), fresh, ms, &CallbackTimerProc);
+    }
+
+    void StopCallbackTimer(WindowId window, std::uintptr_t id) override {
+        KillTimer(AsWindow(window), id);
     }
 
 private:

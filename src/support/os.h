@@ -34,6 +34,10 @@ struct FileStatus {
     std::uint64_t size = 0;
     /// Last write time in 100 ns ticks; only compared for change, never shown.
     std::int64_t lastWrite = 0;
+    /// Calendar times (seconds since 1970, UTC) of the last write and of the creation, for
+    /// showing. Where the file system keeps no creation time, the last change of its status.
+    std::int64_t lastWriteSeconds = 0;
+    std::int64_t createdSeconds = 0;
 };
 /// Empty when the path does not exist or cannot be asked.
 std::optional<FileStatus> StatFile(const std::wstring& path);

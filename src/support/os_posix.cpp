@@ -42,6 +42,8 @@ std::optional<FileStatus> StatFile(const std::wstring& path) {
     status.size = static_cast<std::uint64_t>(st.st_size);
     status.lastWrite =
         static_cast<std::int64_t>(st.st_mtim.tv_sec) * 10'000'000 + st.st_mtim.tv_nsec / 100;
+    status.lastWriteSeconds = st.st_mtim.tv_sec;
+    status.createdSeconds = st.st_ctim.tv_sec;
     return status;
 }
 

@@ -37,9 +37,15 @@ std::optional<FileStatus> StatFile(const std::wstring& path) {
     FileStatus status;
     status.isDirectory = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
     status.size = (static_cast<std::uint64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
-    status.lastWrite = static_cast<std::int64_t>(
-        (static_cast<std::uint64_t>(data.ftLastWriteTime.dwHighDateTime) << 32) |
-        data.ftLastWriteTime.dwLowDateTime);
+    auto ticks = [](const FILETIME& t) {
+        return static_cast<std::int64_t>((static_cast<std::uint64_t>(t.dwHighDateTime) << 32) |
+                                         t.dwLowDateTime);
+    };
+    // File times count 100 ns ticks from 1601; calendar time counts seconds from 1970.
+    constexpr std::int64_t kTicksTo1970 = 116444736000000000;
+    status.lastWrite = ticks(data.ftLastWriteTime);
+    status.lastWriteSeconds = (status.lastWrite - kTicksTo1970) / 10'000'000;
+    status.createdSeconds = (ticks(data.ftCreationTime) - kTicksTo1970) / 10'000'000;
     return status;
 }
 

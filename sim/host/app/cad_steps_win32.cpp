@@ -88,7 +88,7 @@ void AddCadSteps(CScenarioRunner& runner) {
         } else if (!args.empty() && args[0] == "close") {
             s.CloseModel();
         } else {
-            return r->Fail("usage: model open NAME [part|assembly|drawing] | model close");
+            return ModelDataStep(*r, args);
         }
         return true;
     });

@@ -143,6 +143,8 @@ void AddCadSteps(CScenarioRunner& runner);
 void AddDriverSteps(CScenarioRunner& runner);
 /// The host's mode and notifications: window, mode, sketch, host-popup, notify, notifications.
 void AddModeSteps(CScenarioRunner& runner);
+/// `model folder|host|version|save|material|mass|units|type ...`: the current model's data.
+bool ModelDataStep(CScenarioRunner& runner, const std::vector<std::string>& args);
 /// The steps that choose the plug-in's menu entries and look at the menu bar, the plug-in's
 /// dialogs and the help pages it opened.
 void AddMenuSteps(CScenarioRunner& runner);
