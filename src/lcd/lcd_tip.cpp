@@ -15,30 +15,6 @@ constexpr int kTextWeight = 500;
 /// The text keeps this much of the plate free on either side.
 constexpr int kTextMargin = 30;
 
-/// The plate as a blended picture object (its picture has alpha throughout) of its size at `at`,
-/// hidden.
-CLCDBitmap* AddPlate(COvkLcdPage& page, const CLcdPicture& image, LcdPoint at) {
-    LcdSize size = image.Size();
-    CLCDBitmap* plate = COvkLcdConnection::Instance().CreateBitmap(&page, size.cx, size.cy);
-    if (!plate) return nullptr;
-    plate->SetBitmap(image.Get());
-    plate->SetAlpha(true);
-    plate->SetOrigin(at.x, at.y);
-    plate->Show(false);
-    return plate;
-}
-
-/// Two centred lines of text as wide as the plate less its margins, hidden.
-CLCDText* AddPlateText(COvkLcdPage& page, int plateWidth, const std::wstring& text) {
-    CLCDText* object = COvkLcdConnection::Instance().CreateText(
-        &page, kTextPoints, plateWidth - 2 * kTextMargin, kTextWeight, /*lines=*/2);
-    if (!object) return nullptr;
-    object->SetAlignment(kCentredWrapped);
-    object->SetText(text);
-    object->Show(false);
-    return object;
-}
-
 int CentredAcrossPanel(int width) { return (kColorWidth + 1 - width) / 2; }
 
 void Remove(COvkLcdPage& page, const CLCDBase* object) {
@@ -47,19 +23,48 @@ void Remove(COvkLcdPage& page, const CLCDBase* object) {
 
 }  // namespace
 
+template <typename Place>
+bool CLcdPlate::MakePlate(IPageResources& resources, int plateId, const std::wstring& text,
+                          Place place) {
+    m_image = resources.LoadSectionBitmap(plateId, kPlateAlpha);
+    LcdSize size = m_image.Size();
+    LcdPoint at = place(size);
+    COvkLcdConnection& connection = COvkLcdConnection::Instance();
+    m_plate = connection.CreateBitmap(&m_page, size.cx, size.cy);
+    if (!m_plate) return false;
+    // The picture has alpha throughout, so that the page shows through a little.
+    m_plate->SetBitmap(m_image.Get());
+    m_plate->SetAlpha(true);
+    m_plate->SetOrigin(at.x, at.y);
+    m_plate->Show(false);
+    m_content = text;
+    m_text = connection.CreateText(&m_page, kTextPoints, size.cx - 2 * kTextMargin, kTextWeight,
+                                   /*lines=*/2);
+    if (!m_text) return false;
+    m_text->SetAlignment(kCentredWrapped);
+    m_text->SetText(text);
+    m_text->SetOrigin(at.x + kTextMargin, at.y);
+    m_text->Show(false);
+    return true;
+}
+
+CLcdPlate::~CLcdPlate() {
+    Remove(m_page, m_text);
+    Remove(m_page, m_plate);
+}
+
+void CLcdPlate::Show(bool visible) {
+    m_plate->Show(visible);
+    m_text->Show(visible);
+}
+
 std::shared_ptr<CLcdTip> CLcdTip::Create(COvkLcdPage& page, IPageResources& resources, int plateId,
                                          const std::wstring& text) {
     std::shared_ptr<CLcdTip> tip(new CLcdTip(page));
-    tip->m_image = resources.LoadSectionBitmap(plateId, kPlateAlpha);
-    LcdSize size = tip->m_image.Size();
-    LcdPoint at{CentredAcrossPanel(size.cx), kTop};
-    tip->m_plate = AddPlate(page, tip->m_image, at);
-    if (!tip->m_plate) return nullptr;
+    auto place = [](LcdSize size) { return LcdPoint{CentredAcrossPanel(size.cx), kTop}; };
+    if (!tip->MakePlate(resources, plateId, text, place)) return nullptr;
     // Only a strip of the plate shows, as tall as two lines of the tip.
-    tip->m_plate->SetLogicalSize(size.cx, kStripHeight);
-    tip->m_content = text;
-    tip->m_text = AddPlateText(page, size.cx, text);
-    if (!tip->m_text) return nullptr;
+    tip->m_plate->SetLogicalSize(tip->m_plate->GetWidth(), kStripHeight);
     tip->m_text->SetForegroundColor(kTipText);
     tip->m_text->SetBackgroundColor(kTipBackground);
     tip->m_text->SetBackgroundMode(kBackgroundOpaque);
@@ -70,18 +75,8 @@ std::shared_ptr<CLcdTip> CLcdTip::Create(COvkLcdPage& page, IPageResources& reso
         tip->m_text->CalculateExtent(*surface, /*force=*/true);
         height = tip->m_text->GetVExtent();
     }
-    tip->m_text->SetOrigin(at.x + kTextMargin, (kStripHeight - height) / 2 + kTop);
+    tip->m_text->SetOrigin(tip->m_text->GetOrigin().x, (kStripHeight - height) / 2 + kTop);
     return tip;
-}
-
-CLcdTip::~CLcdTip() {
-    Remove(m_page, m_text);
-    Remove(m_page, m_plate);
-}
-
-void CLcdTip::Show(bool visible) {
-    m_plate->Show(visible);
-    m_text->Show(visible);
 }
 
 void CLcdTip::MoveBy(int dx, int dy) {
@@ -95,46 +90,41 @@ std::shared_ptr<CLcdMessagebox> CLcdMessagebox::Create(COvkLcdPage& page, IPageR
                                                        int plateId, int iconId,
                                                        const std::wstring& text) {
     std::shared_ptr<CLcdMessagebox> box(new CLcdMessagebox(page));
-    box->m_image = resources.LoadSectionBitmap(plateId, kPlateAlpha);
-    LcdSize plate = box->m_image.Size();
     // Centred on the panel as if it were 260 pixels tall, which sets it a little low.
-    int top = (kColorHeight + 20 - plate.cy) / 2;
-    LcdPoint at{CentredAcrossPanel(plate.cx), top - 1};
-    box->m_plate = AddPlate(page, box->m_image, at);
-    if (!box->m_plate) return nullptr;
+    int top = 0;
+    auto place = [&top](LcdSize size) {
+        top = (kColorHeight + 20 - size.cy) / 2;
+        return LcdPoint{CentredAcrossPanel(size.cx), top - 1};
+    };
+    if (!box->MakePlate(resources, plateId, text, place)) return nullptr;
+    LcdPoint at = box->m_plate->GetOrigin();
+    int plateWidth = box->m_plate->GetWidth();
 
     box->m_icon = resources.LoadIconImage(iconId);
     LcdSize icon = box->m_icon.Size();
     box->m_iconObject = page.AddIcon(icon.cx, icon.cy);
     if (!box->m_iconObject) return nullptr;
     box->m_iconObject->SetIcon(box->m_icon.Get());
-    box->m_iconObject->SetOrigin((plate.cx - icon.cx + 1) / 2 + at.x, top + 21);
+    box->m_iconObject->SetOrigin((plateWidth - icon.cx + 1) / 2 + at.x, top + 21);
     box->m_iconObject->Show(false);
 
-    box->m_content = text;
-    box->m_text = AddPlateText(page, plate.cx, text);
-    if (!box->m_text) return nullptr;
     // White on the plate; the transparent background keeps the plate showing around it.
-    box->m_text->SetForegroundColor(kMessageText);
-    box->m_text->SetBackgroundColor(kMessageText);
-    box->m_text->SetOrigin(at.x + kTextMargin, top + 66);
-    int before = box->m_text->GetFont().height;
-    box->m_text->SetFontPointSize(kMessagePoints);
-    int after = box->m_text->GetFont().height;
-    box->m_text->SetSize(box->m_text->GetWidth(), MulDiv(box->m_text->GetHeight(), after, before));
+    CLCDText& message = *box->m_text;
+    message.SetForegroundColor(kMessageText);
+    message.SetBackgroundColor(kMessageText);
+    message.SetOrigin(message.GetOrigin().x, top + 66);
+    int before = message.GetFont().height;
+    message.SetFontPointSize(kMessagePoints);
+    int after = message.GetFont().height;
+    message.SetSize(message.GetWidth(), MulDiv(message.GetHeight(), after, before));
     return box;
 }
 
-CLcdMessagebox::~CLcdMessagebox() {
-    Remove(m_page, m_text);
-    Remove(m_page, m_iconObject);
-    Remove(m_page, m_plate);
-}
+CLcdMessagebox::~CLcdMessagebox() { Remove(m_page, m_iconObject); }
 
 void CLcdMessagebox::Show(bool visible) {
-    m_plate->Show(visible);
+    CLcdPlate::Show(visible);
     m_iconObject->Show(visible);
-    m_text->Show(visible);
 }
 
 }  // namespace qvx::lcd
