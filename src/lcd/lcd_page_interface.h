@@ -1,5 +1,5 @@
 // ILcdPage: a page of the applet, as the window drives it: brought up to date, shown, and
-// given the panel's buttons. CLcdPageImplT gives a page the buttons that do nothing.
+// given the panel's buttons.
 #pragma once
 
 #include "lcd/cad_interfaces.h"
@@ -27,18 +27,6 @@ public:
     virtual void Refresh() = 0;
     /// The data object behind the page, if it has one.
     virtual _Qvx::IInstance* Data() const { return nullptr; }
-};
-
-template <typename T>
-class CLcdPageImplT : public ILcdPage {
-public:
-    std::int32_t OnOk() override { return 0; }
-    std::int32_t OnCancel() override { return 0; }
-    std::int32_t OnLeft() override { return 0; }
-    std::int32_t OnRight() override { return 0; }
-    std::int32_t OnUp() override { return 0; }
-    std::int32_t OnDown() override { return 0; }
-    std::int32_t OnSpare() override { return 0; }
 };
 
 }  // namespace qvx::lcd

@@ -2,6 +2,7 @@
 // the manager runs, the retry and foreground timers, the panel's buttons and the control
 // panel, tearing down on a closed connection, and its shutdown.
 #include "lcd/cad_info_window.h"
+#include "lcd/lcd_page_impl.h"
 #include "lcd/lm_lcd_library.h"
 #include "lcd_fakes.h"
 

@@ -2,7 +2,7 @@
 // costs a measured multiple of a bare copy of the same size, and the applet's handles and
 // GDI objects stay flat while the simulated manager stops and starts 200 times.
 #include "lcd/lcd_applet.h"
-#include "lcd/stand_in_test_page.h"
+#include "lcd/lcd_functor.h"
 #include "lcd/widgets/lcd_bitmap.h"
 #include "lcd/widgets/lcd_output.h"
 #include "lcd/widgets/lcd_progress_bar.h"
@@ -184,6 +184,19 @@ TEST(LcdGdi, FullPageRenderAndSendAgainstABareCopyOfTheSameSize) {
                 rendered / kRounds, blit / kRounds, rendered / blit);
 }
 
+/// A factory with a configure callback that does nothing and no document data, so the page
+/// shows that no document is open.
+class CNoDocumentFactory : public _Qvx::IFactory {
+    struct CConfigureCallBack : _Qvx::IOvkLcdFunctor, _Qvx::IInstance {
+        void operator()(std::uint32_t) override {}
+    };
+
+public:
+    _Qvx::IInstance* CreateInstance(const std::wstring& id, std::uintptr_t) override {
+        return id == _Qvx::kCidNotifyCallback ? new CConfigureCallBack() : nullptr;
+    }
+};
+
 class LcdAppletSoak : public ::testing::Test {
 protected:
     static constexpr wchar_t kServerBinaryKey[] =
@@ -237,7 +250,7 @@ protected:
 
 TEST_F(LcdAppletSoak, HandlesAndGdiObjectsStayFlatOver200ManagerRestarts) {
     m_control.SimLcdStartManager();
-    auto applet = StartLcdApplet(std::make_shared<CStandInFactory>(), L"Soak applet");
+    auto applet = StartLcdApplet(std::make_shared<CNoDocumentFactory>(), L"Soak applet");
     ASSERT_TRUE(applet);
     HWND window = reinterpret_cast<HWND>(applet->Window());
     Pump();
