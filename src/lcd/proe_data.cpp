@@ -10,6 +10,7 @@
 #include <cwchar>
 #include <cwctype>
 #include <sstream>
+#include <vector>
 
 namespace qvx::lcd {
 namespace {
@@ -120,11 +121,14 @@ void CLcdProeData::ReadFile(ProMdl model) {
     if (folder.empty() || folder.back() != L'\\') path += L'\\';
     path += m_fileName;
 
-    // Every round before the last tries the model's own version as the suffix, not the
-    // round's number; the last tries the bare name.
-    const std::wstring versioned = path + L"." + std::to_wstring(data.version);
-    for (int i = data.version; i >= 0; --i) {
-        auto status = os::StatFile(i > 0 ? versioned : path);
+    // The names tried are the model's own version as the suffix (for any version above 0),
+    // then the bare name. A name is looked for once: a version in the billions would
+    // otherwise ask for the same missing file as many times.
+    std::vector<std::wstring> names;
+    if (data.version > 0) names.push_back(path + L"." + std::to_wstring(data.version));
+    if (data.version >= 0) names.push_back(path);
+    for (const std::wstring& name : names) {
+        auto status = os::StatFile(name);
         if (!status) continue;
         m_fileSize = static_cast<std::int64_t>(status->size);
         m_lastSaved = FormatFileTime(status->lastWriteSeconds);

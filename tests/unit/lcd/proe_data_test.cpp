@@ -130,6 +130,53 @@ TEST_F(ProeDataTest, FailingHostCallsLeaveTheirFieldsCleared) {
     EXPECT_EQ(data.GetType(), L"Part");
 }
 
+TEST_F(ProeDataTest, EveryHostCallFailingInTurnLeavesADefinedResult) {
+    const char* calls[] = {
+        "ProMdlCurrentGet",       "ProMdlTypeGet",           "ProMdlVerstampGet",
+        "ProVerstampStringGet",   "ProVerstampFree",         "ProVerstampStringFree",
+        "ProMdlDataGet",          "ProMaterialCurrentGet",   "ProModelitemByNameInit",
+        "ProMaterialPropertyGet", "ProSolidMassPropertyGet", "ProMdlPrincipalunitsystemGet",
+        "ProUnitsystemUnitGet",   "ProUnitExpressionGet"};
+    for (const char* call : calls) {
+        for (auto kind : {sim::CSession::EFault::Status, sim::CSession::EFault::Throw}) {
+            Host().Reset();
+            toolkit::InstallHostTable(Host().Args());
+            Open(sim::kModelPart).material = sim::CMaterial{L"STEEL", 1, L"u"};
+            Host().faults[call] = {kind, -1};
+            CLcdProeData data(m_platform.window, m_platform);
+            if (kind == sim::CSession::EFault::Throw) {
+                // A throwing host stops the read; the window's message handler catches it.
+                EXPECT_ANY_THROW(data.UpdateModel()) << call;
+            } else {
+                data.UpdateModel();
+                EXPECT_EQ(data.GetAuthor(), L"Unknown") << call;
+                EXPECT_EQ(data.GetName().empty(), std::string(call) == "ProMdlCurrentGet" ||
+                                                      std::string(call) == "ProMdlDataGet")
+                    << call;
+            }
+        }
+    }
+}
+
+TEST_F(ProeDataTest, HugeVersionLooksForEachNameOnce) {
+    sim::CModel& model = Open(sim::kModelPart);
+    model.folder = L"\\nowhere";
+    model.version = 2'000'000'000;
+    CLcdProeData data(m_platform.window, m_platform);
+    data.UpdateDocument();  // would take hours if the versioned name were asked again and again
+    EXPECT_EQ(data.GetFileSize(), 0);
+    EXPECT_EQ(data.GetLastSaved(), L"Not saved");
+}
+
+TEST(ProeFileTimeTest, TimesOutsideTheCalendarGiveTextOrNothing) {
+    EXPECT_FALSE(FormatFileTime(0).empty());
+    // Before 1970 and after 3000 the C library may refuse; the result is then empty.
+    for (std::int64_t seconds : {std::int64_t{-86400}, std::int64_t{33'000'000'000}}) {
+        std::wstring text = FormatFileTime(seconds);
+        EXPECT_LT(text.size(), 128u) << seconds;
+    }
+}
+
 #ifdef _WIN32
 // The file search uses the host's path form: drive, colon, backslashes.
 TEST_F(ProeDataTest, FileSearchTriesTheModelsVersionThenTheBareName) {
