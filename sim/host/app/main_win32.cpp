@@ -7,6 +7,7 @@
 // Fault-injection runs add, before the scenario (NTH counts calls from the start of the run):
 //   --fail-host NAME:STATUS|throw:NTH   --fail-driver NAME:ERROR:NTH   --fail-lcd NAME:ERROR:NTH
 //   --fail-alloc NTH      the plug-in's NTH allocation throws std::bad_alloc
+//   --fail-alloc-in-unload NTH   the NTH allocation of each unload does
 //   --count-calls FILE    writes "host|driver|lcd|alloc NAME COUNT" lines at the end
 #include "runner_win32.h"
 
@@ -108,6 +109,8 @@ int wmain(int argc, wchar_t** argv) {
                          : arg == L"--fail-driver" ? options.driverFaults
                                                    : options.lcdFaults;
             list.push_back(fault);
+        } else if (arg == L"--fail-alloc-in-unload") {
+            options.failAllocationInUnload = std::wcstoull(next().c_str(), nullptr, 10);
         } else if (arg == L"--fail-alloc") {
             options.failAllocation = std::wcstoull(next().c_str(), nullptr, 10);
         } else if (arg == L"--count-calls") {
@@ -120,7 +123,8 @@ int wmain(int argc, wchar_t** argv) {
         std::fprintf(stderr,
                      "usage: qvxhost [--plugin DLL | --protkdat FILE] [--driver DLL] [--log FILE] "
                      "[--sandbox DIR] [--fail-host|--fail-driver|--fail-lcd NAME:ERROR:NTH] "
-                     "[--fail-alloc NTH] [--count-calls FILE] SCENARIO\n");
+                     "[--fail-alloc NTH] [--fail-alloc-in-unload NTH] [--count-calls FILE] "
+                     "SCENARIO\n");
         return 2;
     }
     auto text = qvx::os::ReadWholeFile(scenarioPath);

@@ -275,11 +275,27 @@ void CScenarioRunner::Unload() {
     if (!m_plugin) return;
     auto term = reinterpret_cast<void (*)()>(
         reinterpret_cast<void*>(GetProcAddress(m_plugin.Get(), "user_terminate_plus")));
-    if (term) term();
-    std::fflush(stdout);
+    auto arm = reinterpret_cast<void (*)(std::uint64_t)>(
+        reinterpret_cast<void*>(GetProcAddress(m_plugin.Get(), "QvxTestArmAllocationFault")));
     auto counted = reinterpret_cast<std::uint64_t (*)()>(
         reinterpret_cast<void*>(GetProcAddress(m_plugin.Get(), "QvxTestAllocationsCounted")));
-    if (counted) m_allocations += counted();
+    const bool probing = arm && counted &&
+                         (m_options.failAllocation != 0 || m_options.failAllocationInUnload != 0 ||
+                          !m_options.countsPath.empty());
+    if (probing) {
+        // The unload is counted on its own, from its first allocation.
+        m_allocations += counted();
+        std::uint64_t left =
+            m_options.failAllocation > m_allocations ? m_options.failAllocation - m_allocations : 0;
+        arm(m_options.failAllocationInUnload != 0 ? m_options.failAllocationInUnload : left);
+    }
+    if (term) term();
+    std::fflush(stdout);
+    if (probing) {
+        std::uint64_t inUnload = counted();
+        m_unloadAllocations += inUnload;
+        m_allocations += inUnload;
+    }
     m_plugin.Reset();
     // The host forgets the callbacks of an application it unloads.
     CSession::Instance().notifications.clear();
@@ -373,6 +389,7 @@ void CScenarioRunner::WriteCallCounts() {
     prefixed("driver", m_driver.CallTotals());
     prefixed("lcd", LcdCallTotals());
     out << "alloc operator-new " << m_allocations << '\n';
+    out << "alloc unload " << m_unloadAllocations << '\n';
 }
 
 bool CScenarioRunner::HostFault(const std::vector<std::string>& args) {

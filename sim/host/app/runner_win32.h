@@ -41,6 +41,8 @@ public:
         std::vector<CCallFault> lcdFaults;
         /// The plug-in's allocation (counted over its loads) that throws std::bad_alloc; 0 none.
         std::uint64_t failAllocation = 0;
+        /// The plug-in's allocation, counted from the start of each unload, that throws; 0 none.
+        std::uint64_t failAllocationInUnload = 0;
         /// Lines "host|driver|lcd|alloc NAME COUNT"; none when empty.
         std::wstring countsPath;
     };
@@ -138,6 +140,8 @@ private:
     std::size_t m_driverLinesLogged = 0;
     /// The plug-in's allocations counted in the loads that have ended.
     std::uint64_t m_allocations = 0;
+    /// Those of them made while the plug-in unloaded.
+    std::uint64_t m_unloadAllocations = 0;
 };
 
 /// The whole of `word` as a number (integers also as 0x... hex); empty when any of it is not.
