@@ -7,8 +7,12 @@
 // every allocation made by the plug-in's code and none made by its host.
 #include <atomic>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <new>
+
+/// The DLL's load address, from the linker.
+extern "C" char __ImageBase;
 
 namespace {
 
@@ -16,10 +20,17 @@ std::atomic<bool> g_armed{false};
 std::atomic<std::uint64_t> g_count{0};
 std::atomic<std::uint64_t> g_failAt{0};
 
-void* Allocate(std::size_t size) {
+void* Allocate(std::size_t size, const void* caller) {
     if (g_armed.load(std::memory_order_relaxed)) {
         std::uint64_t number = g_count.fetch_add(1, std::memory_order_relaxed) + 1;
-        if (number == g_failAt.load(std::memory_order_relaxed)) throw std::bad_alloc();
+        if (number == g_failAt.load(std::memory_order_relaxed)) {
+            // Where it failed, as an offset into the DLL for addr2line, on standard error.
+            std::fprintf(
+                stderr, "allocation %llu throws, called from the DLL's offset %#llx\n",
+                static_cast<unsigned long long>(number),
+                static_cast<unsigned long long>(static_cast<const char*>(caller) - &__ImageBase));
+            throw std::bad_alloc();
+        }
     }
     if (size == 0) size = 1;
     for (;;) {
@@ -30,9 +41,9 @@ void* Allocate(std::size_t size) {
     }
 }
 
-void* AllocateNoThrow(std::size_t size) noexcept {
+void* AllocateNoThrow(std::size_t size, const void* caller) noexcept {
     try {
-        return Allocate(size);
+        return Allocate(size, caller);
     } catch (...) {
         return nullptr;
     }
@@ -40,13 +51,13 @@ void* AllocateNoThrow(std::size_t size) noexcept {
 
 }  // namespace
 
-void* operator new(std::size_t size) { return Allocate(size); }
-void* operator new[](std::size_t size) { return Allocate(size); }
+void* operator new(std::size_t size) { return Allocate(size, __builtin_return_address(0)); }
+void* operator new[](std::size_t size) { return Allocate(size, __builtin_return_address(0)); }
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return AllocateNoThrow(size);
+    return AllocateNoThrow(size, __builtin_return_address(0));
 }
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    return AllocateNoThrow(size);
+    return AllocateNoThrow(size, __builtin_return_address(0));
 }
 void operator delete(void* block) noexcept { std::free(block); }
 void operator delete[](void* block) noexcept { std::free(block); }
