@@ -12,6 +12,7 @@
 // only private bytes and the connection checks carry information.
 #include "lcd/widgets/lm_lcd_api.h"
 #include "sim/driver/control_api_win32.h"
+#include "plugin_in_process.h"
 #include "sim/host/session.h"
 #include "sim/lcd/control_api_win32.h"
 #include "sim_driver_path.h"
@@ -32,15 +33,13 @@
 
 namespace {
 
+using qvx::bench::BesideExe;
+using qvx::bench::CPlugin;
+
 constexpr wchar_t kServerBinaryKey[] =
     L"SOFTWARE\\Classes\\CLSID\\{4B1D7C90-6E2A-41F3-9C55-2A7E10D3B846}\\ServerBinary";
 constexpr std::uint32_t kRestartedDriver = 27704;
 constexpr std::uint32_t kEventCommand = 10;
-
-std::wstring BesideExe(const wchar_t* leaf) {
-    std::wstring exe = qvx::os::ExecutablePath();
-    return exe.substr(0, exe.find_last_of(L'\\') + 1) + leaf;
-}
 
 void Pump(unsigned ms) {
     ULONGLONG end = GetTickCount64() + ms;
@@ -72,8 +71,9 @@ struct CSample {
     DWORD user = 0;
     SIZE_T privateBytes = 0;
     /// What Linux tells of the Wine process, where the Windows figures read 0: its data
-    /// segment (private memory) and its open file descriptors.
+    /// segment (private memory), its resident memory and its open file descriptors.
     std::uint64_t vmDataKiB = 0;
+    std::uint64_t vmRssKiB = 0;
     std::uint64_t descriptors = 0;
 };
 
@@ -125,6 +125,7 @@ CSample Take() {
         sample.privateBytes = memory.PrivateUsage;
     }
     sample.vmDataKiB = LinuxStatusKiB("VmData:");
+    sample.vmRssKiB = LinuxStatusKiB("VmRSS:");
     sample.descriptors = LinuxDescriptors();
     return sample;
 }
@@ -137,35 +138,15 @@ void Print(const char* phase, int round, const CSample& s, const CSample& first)
     std::fprintf(
         stderr,
         "%-9s round %6d  handles %lu (%+lld)  gdi %lu (%+lld)  user %lu (%+lld)  "
-        "private %llu KiB (%+lld)  linux: data %llu KiB (%+lld)  fds %llu (%+lld)\n",
+        "private %llu KiB (%+lld)  linux: data %llu KiB (%+lld)  resident %llu KiB (%+lld)  "
+        "fds %llu (%+lld)\n",
         phase, round, s.handles, Delta(s.handles, first.handles), s.gdi, Delta(s.gdi, first.gdi),
         s.user, Delta(s.user, first.user), static_cast<unsigned long long>(s.privateBytes / 1024),
         Delta(s.privateBytes / 1024, first.privateBytes / 1024),
         static_cast<unsigned long long>(s.vmDataKiB), Delta(s.vmDataKiB, first.vmDataKiB),
+        static_cast<unsigned long long>(s.vmRssKiB), Delta(s.vmRssKiB, first.vmRssKiB),
         static_cast<unsigned long long>(s.descriptors), Delta(s.descriptors, first.descriptors));
 }
-
-class CPlugin {
-public:
-    bool Load() {
-        m_module.Reset(LoadLibraryW(BesideExe(L"qvxproengineer.dll").c_str()));
-        if (!m_module) return false;
-        auto init = reinterpret_cast<int (*)(const QvxToolkitArgs*)>(
-            reinterpret_cast<void*>(GetProcAddress(m_module.Get(), "user_initialize_plus")));
-        return init && init(sim::CSession::Instance().Args()) == 0;
-    }
-    void Unload() {
-        if (!m_module) return;
-        auto term = reinterpret_cast<void (*)()>(
-            reinterpret_cast<void*>(GetProcAddress(m_module.Get(), "user_terminate_plus")));
-        if (term) term();
-        m_module.Reset();
-        sim::CSession::Instance().notifications.clear();
-    }
-
-private:
-    ovklib::CModuleHandle m_module;
-};
 
 /// Runs `round` `rounds` times, sampling at the start, every tenth round and at the end;
 /// counts the rounds whose check failed.

@@ -9,6 +9,7 @@
 #include "core/action_tree.h"
 #include "large_installation.h"
 #include "sim/driver/control_api_win32.h"
+#include "plugin_in_process.h"
 #include "sim/host/session.h"
 #include "sim_driver_path.h"
 #include "support/os.h"
@@ -24,6 +25,9 @@
 
 namespace {
 
+using qvx::bench::BesideExe;
+using qvx::bench::CPlugin;
+
 using Clock = std::chrono::steady_clock;
 namespace fs = std::filesystem;
 
@@ -38,11 +42,6 @@ double BestMs(int rounds, const std::function<void()>& one) {
     return best;
 }
 
-std::wstring BesideExe(const wchar_t* leaf) {
-    std::wstring exe = qvx::os::ExecutablePath();
-    return exe.substr(0, exe.find_last_of(L'\\') + 1) + leaf;
-}
-
 /// Every file the start-up reads: the resource files, the language file, config.pro.
 void ReadInstallation(const fs::path& root) {
     for (const auto& entry : fs::recursive_directory_iterator(root)) {
@@ -53,30 +52,6 @@ void ReadInstallation(const fs::path& root) {
         }
     }
 }
-
-class CPlugin {
-public:
-    using Init = int (*)(const QvxToolkitArgs*);
-    /// Loads the DLL and calls its load entry; the driver holds the first tree when it returns.
-    bool Load() {
-        m_module.Reset(LoadLibraryW(BesideExe(L"qvxproengineer.dll").c_str()));
-        if (!m_module) return false;
-        auto init = reinterpret_cast<Init>(
-            reinterpret_cast<void*>(GetProcAddress(m_module.Get(), "user_initialize_plus")));
-        return init && init(sim::CSession::Instance().Args()) == 0;
-    }
-    void Unload() {
-        if (!m_module) return;
-        auto term = reinterpret_cast<void (*)()>(
-            reinterpret_cast<void*>(GetProcAddress(m_module.Get(), "user_terminate_plus")));
-        if (term) term();
-        m_module.Reset();
-        sim::CSession::Instance().notifications.clear();
-    }
-
-private:
-    ovklib::CModuleHandle m_module;
-};
 
 void StartupRow(const char* name, const fs::path& root, qvx::simdriver::CSimDriverControl& driver) {
     qvx::os::SetEnv(L"PRO_DIRECTORY", root.wstring());
