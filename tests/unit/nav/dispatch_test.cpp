@@ -13,9 +13,11 @@
 namespace {
 /// Makes this test program's next allocation fail.
 bool g_failNextAllocation = false;
+std::uint64_t g_allocations = 0;
 }  // namespace
 
 void* operator new(std::size_t size) {
+    ++g_allocations;
     if (std::exchange(g_failNextAllocation, false)) throw std::bad_alloc();
     if (void* block = std::malloc(size ? size : 1)) return block;
     throw std::bad_alloc();
@@ -68,6 +70,14 @@ TEST_F(NavTest, ReleaseEndsAHoldWhenMemoryRunsOutOnItsWay) {
     });
     Send(V3DCMD_ZOOM_IN, true);
     EXPECT_EQ(BoundaryCatchCount(), before);
+}
+
+// Only the scope around host calls allocates on the way to a handler; the handler is reached
+// as it is bound.
+TEST_F(NavTest, ReleaseOfAZoomAllocatesOnlyTheScope) {
+    const std::uint64_t before = g_allocations;
+    Send(V3DCMD_ZOOM_IN, false);
+    EXPECT_EQ(g_allocations - before, 1u);
 }
 
 TEST_F(NavTest, TextCommandRunsItsMacroOnPressOnly) {
