@@ -74,11 +74,15 @@ struct CSample {
     /// segment (private memory), its resident memory and its open file descriptors.
     std::uint64_t vmDataKiB = 0;
     std::uint64_t vmRssKiB = 0;
+    /// The simulated LCD library's call log, which grows with every call in this process.
+    std::uint64_t lcdLogBytes = 0;
     std::uint64_t descriptors = 0;
 };
 
 /// Macros the host ran, counted before each sample drops its records.
 std::size_t g_macros = 0;
+/// The held LCD library, whose log is part of what this process holds.
+qvx::simlcd::CSimLcdControl* g_lcd = nullptr;
 
 std::uint64_t LinuxStatusKiB(const char* key) {
     // Read as a stream: /proc files report a size of 0.
@@ -126,6 +130,7 @@ CSample Take() {
     }
     sample.vmDataKiB = LinuxStatusKiB("VmData:");
     sample.vmRssKiB = LinuxStatusKiB("VmRSS:");
+    if (g_lcd) sample.lcdLogBytes = g_lcd->SimLcdReadLog(nullptr, 0);
     sample.descriptors = LinuxDescriptors();
     return sample;
 }
@@ -139,13 +144,14 @@ void Print(const char* phase, int round, const CSample& s, const CSample& first)
         stderr,
         "%-9s round %6d  handles %lu (%+lld)  gdi %lu (%+lld)  user %lu (%+lld)  "
         "private %llu KiB (%+lld)  linux: data %llu KiB (%+lld)  resident %llu KiB (%+lld)  "
-        "fds %llu (%+lld)\n",
+        "fds %llu (%+lld)  simulated LCD log %llu B (%+lld)\n",
         phase, round, s.handles, Delta(s.handles, first.handles), s.gdi, Delta(s.gdi, first.gdi),
         s.user, Delta(s.user, first.user), static_cast<unsigned long long>(s.privateBytes / 1024),
         Delta(s.privateBytes / 1024, first.privateBytes / 1024),
         static_cast<unsigned long long>(s.vmDataKiB), Delta(s.vmDataKiB, first.vmDataKiB),
         static_cast<unsigned long long>(s.vmRssKiB), Delta(s.vmRssKiB, first.vmRssKiB),
-        static_cast<unsigned long long>(s.descriptors), Delta(s.descriptors, first.descriptors));
+        static_cast<unsigned long long>(s.descriptors), Delta(s.descriptors, first.descriptors),
+        static_cast<unsigned long long>(s.lcdLogBytes), Delta(s.lcdLogBytes, first.lcdLogBytes));
 }
 
 /// Runs `round` `rounds` times, sampling at the start, every tenth round and at the end;
@@ -181,6 +187,7 @@ int wmain(int argc, wchar_t** argv) {
         return 1;
     }
     driver.SimDriverSetLogging(0);
+    g_lcd = &lcd;
     qvx::os::WriteRegistryString(qvx::os::RegistryRoot::LocalMachine, kServerBinaryKey, L"",
                                  BesideExe(L"simlcd.dll"));
     // The plug-in's diagnostics are not what is measured; the figures go to standard error.
