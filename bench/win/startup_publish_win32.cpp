@@ -10,6 +10,7 @@
 #include "large_installation.h"
 #include "plugin_in_process.h"
 #include "sim/driver/control_api_win32.h"
+#include "plugin_in_process.h"
 #include "sim/host/session.h"
 #include "sim_driver_path.h"
 #include "support/os.h"
@@ -25,9 +26,11 @@
 
 namespace {
 
+using qvx::bench::BesideExe;
+using qvx::bench::CPlugin;
+
 using Clock = std::chrono::steady_clock;
 namespace fs = std::filesystem;
-using qvx::bench::CPlugin;
 
 double BestMs(int rounds, const std::function<void()>& one) {
     double best = 1e300;

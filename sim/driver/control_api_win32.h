@@ -20,6 +20,8 @@
     X(SimDriverSetDevice, void, (std::uint32_t deviceType, const char* name))                   \
     X(SimDriverRefuse, void, (const char* function, std::int32_t error))                        \
     X(SimDriverRefuseNext, void, (const char* function, std::int32_t error))                    \
+    X(SimDriverFailCall, void, (const char* function, std::int32_t error, std::uint32_t nth))   \
+    X(SimDriverReadCallTotals, std::uint32_t, (char* buffer, std::uint32_t size))               \
     X(SimDriverSetMessageBoxAnswer, void, (std::int32_t answer))                                \
     X(SimDriverSetConfigValue, void, (const char* key, const char* value))                      \
     X(SimDriverConnectionCount, std::uint32_t, ())                                              \
@@ -64,6 +66,10 @@ struct CSimDriverControl {
     /// The call log, one line per call.
     std::string Log() const {
         return Read([&](char* b, std::uint32_t s) { return SimDriverReadLog(b, s); });
+    }
+    /// Every function called since the library was loaded, one "NAME COUNT" line each.
+    std::string CallTotals() const {
+        return Read([&](char* b, std::uint32_t s) { return SimDriverReadCallTotals(b, s); });
     }
     /// A recorded item (see README.md); empty when there is none.
     std::string Record(const char* what) const {

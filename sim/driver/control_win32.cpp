@@ -140,6 +140,16 @@ void SimDriverRefuseNext(const char* function, std::int32_t error) {
     });
 }
 
+void SimDriverFailCall(const char* function, std::int32_t error, std::uint32_t nth) {
+    Control([&](DriverState&) {
+        if (function && nth > 0) Faults().FailCall(function, error, nth);
+    });
+}
+
+std::uint32_t SimDriverReadCallTotals(char* buffer, std::uint32_t size) {
+    return Control([&](DriverState&) { return Give(Faults().Totals(), buffer, size); });
+}
+
 void SimDriverSetMessageBoxAnswer(std::int32_t answer) {
     Control([&](DriverState& state) { state.messageBoxAnswer = answer; });
 }

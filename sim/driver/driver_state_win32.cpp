@@ -53,12 +53,18 @@ DriverState& State() {
     return state;
 }
 
+sim::CCallFaults& Faults() {
+    static sim::CCallFaults faults;
+    return faults;
+}
+
 std::int32_t Admit(DriverState& state, const char* name, const std::string& arguments,
                    Needs needs) {
     if (state.logging) {
         state.log.push_back(arguments.empty() ? std::string(name) : name + (" " + arguments));
     }
     ++state.callCounts[name];
+    if (std::int32_t error = Faults().Take(name)) return error;
     auto once = state.nextRefusals.find(name);
     if (once != state.nextRefusals.end()) {
         std::int32_t error = once->second;

@@ -6,6 +6,7 @@
 #include "client/oxapp/ox_records.h"
 #include "client/detail/ox_errors.h"
 #include "client/detail/ox_functions.h"
+#include "sim/call_faults.h"
 #include "support/windows_api.h"
 
 #include <cstdint>
@@ -121,6 +122,8 @@ struct DriverState {
 /// The one lock and the one state of the module.
 std::mutex& Lock();
 DriverState& State();
+/// Calls made to fail by number, and every call counted; kept through resets, under Lock().
+sim::CCallFaults& Faults();
 
 /// Whether a function needs the driver running, or is the library's alone.
 enum class Needs { Library, Driver };

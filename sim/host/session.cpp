@@ -41,6 +41,7 @@ void CSession::Reset() {
     graphicsWindow = nullptr;
     lastTrack.reset();
     faults.clear();
+    callTotals.clear();
     addedCommands.clear();
     menuBar.clear();
     for (const char* name : {"File", "Edit", "View", "Insert", "Analysis", "Info", "Applications",
@@ -51,6 +52,7 @@ void CSession::Reset() {
 }
 
 CSession::EFault CSession::TakeFault(const std::string& name) {
+    ++callTotals[name];
     auto found = faults.find(name);
     if (found == faults.end()) return EFault::None;
     CFault& fault = found->second;

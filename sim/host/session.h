@@ -170,6 +170,8 @@ public:
     };
     /// Host functions by name without "_v" that fail with a status or throw.
     std::map<std::string, CFault> faults;
+    /// Every call of every host function in the table since the reset, by name without "_v".
+    std::map<std::string, std::uint64_t> callTotals;
     /// Counts a call of `name` and tells whether it is to fail, and how; the call is logged.
     EFault TakeFault(const std::string& name);
 

@@ -9,26 +9,28 @@
 #include <cstdint>
 
 //   X(name, result, (parameters))
-#define SIM_LCD_CONTROL(X)                                                         \
-    X(SimLcdReset, void, ())                                                       \
-    X(SimLcdStartManager, std::int32_t, ())                                        \
-    X(SimLcdStopManager, void, ())                                                 \
-    X(SimLcdKillManager, void, ())                                                 \
-    X(SimLcdDieOnNextFrame, void, ())                                              \
-    X(SimLcdManagerRunning, std::int32_t, ())                                      \
-    X(SimLcdSetDevicePresent, void, (std::int32_t present))                        \
-    X(SimLcdSoftButtons, void, (std::uint32_t mask))                               \
-    X(SimLcdButtonMask, std::uint32_t, ())                                         \
-    X(SimLcdNotify, void, (std::uint32_t code, std::uint32_t param1))              \
-    X(SimLcdFlood, void, (std::uint32_t count, std::uint32_t code))                \
-    X(SimLcdSetInterfaceNull, void, (std::int32_t on))                             \
-    X(SimLcdSetFrameFolder, void, (const wchar_t* folder))                         \
-    X(SimLcdFrameCount, std::uint32_t, ())                                         \
-    X(SimLcdForeground, std::int32_t, ())                                          \
-    X(SimLcdConnectionCount, std::uint32_t, ())                                    \
-    X(SimLcdConnectionName, std::uint32_t, (wchar_t * buffer, std::uint32_t size)) \
-    X(SimLcdCallCount, std::uint32_t, (const char* function))                      \
-    X(SimLcdReadLog, std::uint32_t, (char* buffer, std::uint32_t size))
+#define SIM_LCD_CONTROL(X)                                                                  \
+    X(SimLcdReset, void, ())                                                                \
+    X(SimLcdStartManager, std::int32_t, ())                                                 \
+    X(SimLcdStopManager, void, ())                                                          \
+    X(SimLcdKillManager, void, ())                                                          \
+    X(SimLcdDieOnNextFrame, void, ())                                                       \
+    X(SimLcdManagerRunning, std::int32_t, ())                                               \
+    X(SimLcdSetDevicePresent, void, (std::int32_t present))                                 \
+    X(SimLcdSoftButtons, void, (std::uint32_t mask))                                        \
+    X(SimLcdButtonMask, std::uint32_t, ())                                                  \
+    X(SimLcdNotify, void, (std::uint32_t code, std::uint32_t param1))                       \
+    X(SimLcdFlood, void, (std::uint32_t count, std::uint32_t code))                         \
+    X(SimLcdSetInterfaceNull, void, (std::int32_t on))                                      \
+    X(SimLcdSetFrameFolder, void, (const wchar_t* folder))                                  \
+    X(SimLcdFrameCount, std::uint32_t, ())                                                  \
+    X(SimLcdForeground, std::int32_t, ())                                                   \
+    X(SimLcdConnectionCount, std::uint32_t, ())                                             \
+    X(SimLcdConnectionName, std::uint32_t, (wchar_t * buffer, std::uint32_t size))          \
+    X(SimLcdCallCount, std::uint32_t, (const char* function))                               \
+    X(SimLcdReadLog, std::uint32_t, (char* buffer, std::uint32_t size))                     \
+    X(SimLcdFailCall, void, (const char* function, std::uint32_t error, std::uint32_t nth)) \
+    X(SimLcdReadCallTotals, std::uint32_t, (char* buffer, std::uint32_t size))
 
 #define SIM_LCD_DECLARE_TYPE(name, result, parameters) using name##_fn = result parameters;
 extern "C" {

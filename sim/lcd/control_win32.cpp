@@ -103,4 +103,18 @@ __declspec(dllexport) std::uint32_t SimLcdReadLog(char* buffer, std::uint32_t si
     return static_cast<std::uint32_t>(text.size());
 }
 
+__declspec(dllexport) void SimLcdFailCall(const char* function, std::uint32_t error,
+                                          std::uint32_t nth) {
+    std::lock_guard<std::mutex> guard(Lock());
+    if (function && nth > 0) Faults().FailCall(function, static_cast<std::int32_t>(error), nth);
+}
+
+/// Like SimLcdReadLog: the length without terminator; copied only when it fits.
+__declspec(dllexport) std::uint32_t SimLcdReadCallTotals(char* buffer, std::uint32_t size) {
+    std::lock_guard<std::mutex> guard(Lock());
+    std::string text = Faults().Totals();
+    if (buffer && size > text.size()) std::memcpy(buffer, text.c_str(), text.size() + 1);
+    return static_cast<std::uint32_t>(text.size());
+}
+
 }  // extern "C"

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "lcd/widgets/lm_lcd_api.h"
+#include "sim/call_faults.h"
 
 #include <cstdint>
 #include <map>
@@ -46,6 +47,8 @@ struct CLcdState {
 std::mutex& Lock();
 /// Valid only under Lock().
 CLcdState& State();
+/// Calls made to fail by number, and every call counted; kept through resets, under Lock().
+sim::CCallFaults& Faults();
 /// Adds a line to the call log; under Lock().
 void LogLine(const std::string& line);
 

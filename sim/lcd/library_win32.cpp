@@ -18,22 +18,26 @@ constexpr std::uint32_t kDeviceNotConnected = 1167;
 constexpr std::uint32_t kServiceNotActive = 1062;
 constexpr std::uint32_t kServerUnavailable = 1722;
 
-/// Counts and logs a call; under the lock.
-void Called(const char* function, const std::string& detail = {}) {
+/// Counts and logs a call; under the lock. The error the call is made to fail with, or 0.
+[[nodiscard]] std::uint32_t Called(const char* function, const std::string& detail = {}) {
     ++State().calls[function];
     LogLine(std::string(function) + (detail.empty() ? "" : " " + detail));
+    std::int32_t error = Faults().Take(function);
+    if (error != 0)
+        LogLine(std::string(function) + " fails on purpose with " + std::to_string(error));
+    return static_cast<std::uint32_t>(error);
 }
 
 std::uint32_t QVX_LCD_CALL Init() {
     std::lock_guard<std::mutex> guard(Lock());
-    Called("lmLcdInit");
+    if (std::uint32_t error = Called("lmLcdInit")) return error;
     ++State().initCount;
     return kOk;
 }
 
 std::uint32_t QVX_LCD_CALL DeInit() {
     std::lock_guard<std::mutex> guard(Lock());
-    Called("lmLcdDeInit");
+    if (std::uint32_t error = Called("lmLcdDeInit")) return error;
     if (State().initCount == 0) return kServiceNotActive;
     --State().initCount;
     return kOk;
@@ -46,7 +50,7 @@ std::uint32_t QVX_LCD_CALL Connect(lcd::LmConnectContext* context) {
         std::string name = context && context->friendlyName
                                ? qvx::os::NarrowUtf8(context->friendlyName)
                                : std::string("(none)");
-        Called("lmLcdConnect", "\"" + name + "\"");
+        if (std::uint32_t error = Called("lmLcdConnect", "\"" + name + "\"")) return error;
         if (!context || !context->friendlyName) return kInvalidParameter;
         if (State().initCount == 0) return kServiceNotActive;
         if (!ManagerRunning()) return kServerUnavailable;
@@ -62,22 +66,27 @@ std::uint32_t QVX_LCD_CALL Connect(lcd::LmConnectContext* context) {
 }
 
 std::uint32_t QVX_LCD_CALL Disconnect(std::int32_t connection) {
+    std::uint32_t failure = kOk;
     {
         std::lock_guard<std::mutex> guard(Lock());
-        Called("lmLcdDisconnect", std::to_string(connection));
+        // A failed disconnect still drops the connection: the library calls no applet code of
+        // it afterwards, whatever it reports.
+        failure = Called("lmLcdDisconnect", std::to_string(connection));
         auto& devices = State().devices;
         for (auto it = devices.begin(); it != devices.end();) {
             it = it->second.connection == connection ? devices.erase(it) : std::next(it);
         }
-        if (State().connections.erase(connection) == 0) return kPipeNotConnected;
+        if (State().connections.erase(connection) == 0 && failure == kOk) return kPipeNotConnected;
     }
     WaitForDelivery();
-    return kOk;
+    return failure;
 }
 
 std::uint32_t OpenDevice(const char* function, lcd::LmOpenContext* context) {
     std::lock_guard<std::mutex> guard(Lock());
-    Called(function, context ? "type " + std::to_string(context->deviceType) : "");
+    if (std::uint32_t error =
+            Called(function, context ? "type " + std::to_string(context->deviceType) : ""))
+        return error;
     if (!context) return kInvalidParameter;
     if (!State().connections.count(context->connection)) return kPipeNotConnected;
     if (!State().devicePresent || context->deviceType != lcd::kLmDeviceColor) {
@@ -99,13 +108,15 @@ std::uint32_t QVX_LCD_CALL OpenByType(lcd::LmOpenContext* context) {
 }
 
 std::uint32_t QVX_LCD_CALL Close(std::int32_t device) {
+    std::uint32_t failure = kOk;
     {
         std::lock_guard<std::mutex> guard(Lock());
-        Called("lmLcdClose", std::to_string(device));
-        if (State().devices.erase(device) == 0) return kInvalidParameter;
+        // As a disconnect: the device is closed whatever the call reports.
+        failure = Called("lmLcdClose", std::to_string(device));
+        if (State().devices.erase(device) == 0 && failure == kOk) return kInvalidParameter;
     }
     WaitForDelivery();
-    return kOk;
+    return failure;
 }
 
 std::uint32_t QVX_LCD_CALL UpdateBitmap(std::int32_t device, const lcd::LmBitmapHeader* bitmap,
@@ -113,8 +124,11 @@ std::uint32_t QVX_LCD_CALL UpdateBitmap(std::int32_t device, const lcd::LmBitmap
     bool die = false;
     {
         std::lock_guard<std::mutex> guard(Lock());
-        Called("lmLcdUpdateBitmap",
-               std::to_string(device) + " priority " + std::to_string(priority));
+        if (std::uint32_t error =
+                Called("lmLcdUpdateBitmap",
+                       std::to_string(device) + " priority " + std::to_string(priority))) {
+            return error;
+        }
         if (!bitmap ||
             (bitmap->format != lcd::kLmBitmapColor && bitmap->format != lcd::kLmBitmapMono)) {
             return kInvalidParameter;
@@ -137,7 +151,9 @@ std::uint32_t QVX_LCD_CALL UpdateBitmap(std::int32_t device, const lcd::LmBitmap
 
 std::uint32_t QVX_LCD_CALL SetAsForeground(std::int32_t device, std::int32_t foreground) {
     std::lock_guard<std::mutex> guard(Lock());
-    Called("lmLcdSetAsLCDForegroundApp", std::to_string(device) + (foreground ? " yes" : " no"));
+    if (std::uint32_t error = Called("lmLcdSetAsLCDForegroundApp",
+                                     std::to_string(device) + (foreground ? " yes" : " no")))
+        return error;
     auto found = State().devices.find(device);
     if (found == State().devices.end()) return kInvalidParameter;
     found->second.foreground = foreground != 0;
@@ -146,7 +162,7 @@ std::uint32_t QVX_LCD_CALL SetAsForeground(std::int32_t device, std::int32_t for
 
 std::uint32_t QVX_LCD_CALL RequestDevice(std::int32_t device) {
     std::lock_guard<std::mutex> guard(Lock());
-    Called("lmLcdRequestDevice", std::to_string(device));
+    if (std::uint32_t error = Called("lmLcdRequestDevice", std::to_string(device))) return error;
     return State().devices.count(device) ? kOk : kInvalidParameter;
 }
 
@@ -169,6 +185,11 @@ CLcdState& State() {
     return state;
 }
 
+sim::CCallFaults& Faults() {
+    static sim::CCallFaults faults;
+    return faults;
+}
+
 void LogLine(const std::string& line) { State().log.push_back(line); }
 
 }  // namespace qvx::simlcd
@@ -179,6 +200,10 @@ extern "C" __declspec(dllexport) void* const* QVX_LCD_CALL GetInterface(std::uin
     std::lock_guard<std::mutex> guard(Lock());
     ++State().calls["GetInterface"];
     LogLine("GetInterface " + std::to_string(version));
+    if (Faults().Take("GetInterface") != 0) {
+        LogLine("GetInterface fails on purpose");
+        return nullptr;
+    }
     if (State().interfaceNull || version != lcd::kLmInterfaceVersion) return nullptr;
     Put(lcd::kLmInit, &Init);
     Put(lcd::kLmDeInit, &DeInit);

@@ -11,6 +11,7 @@
 #include "toolkit/undostack_bypass.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
@@ -62,7 +63,7 @@ bool CQvxProE::ConnectDriver() {
 void CQvxProE::FillCommandTable() {
     for (const auto* group : {&qvx::nav::AnimatedZoomBindings(), &qvx::nav::ViewBindings(),
                               &qvx::nav::MenuBindings()}) {
-        for (const qvx::nav::CCommandBinding& row : *group) m_commands[row.code] = row.handler;
+        for (const qvx::nav::CCommandBinding& row : *group) m_commands[row.code] = &row.handler;
     }
 }
 
@@ -75,7 +76,6 @@ void CQvxProE::OnCommand(const char* id, bool pressed) {
 
 void CQvxProE::OnCommandEx(unsigned code, bool pressed, int* ints, float* floats) {
     qvx::CallAtBoundary("CQvxProE::OnCommandEx", [&] {
-        CQvxUndostackClearBypass bypass(true);
         auto it = m_commands.find(code);
         if (it == m_commands.end()) return;
         // The driver client always passes arrays of sixteen; a missing one counts as zeros.
@@ -83,8 +83,17 @@ void CQvxProE::OnCommandEx(unsigned code, bool pressed, int* ints, float* floats
         boost::array<float, 16> floatArray{};
         if (ints) std::copy(ints, ints + 16, intArray.begin());
         if (floats) std::copy(floats, floats + 16, floatArray.begin());
-        // A copy: a nested command may run inside the handler and the table may change there.
-        CommandHandler handler = it->second;
+        // A release must reach its handler whatever fails before it: a held zoom runs until its
+        // release arrives. Without memory for the scope, a press goes no further.
+        std::optional<CQvxUndostackClearBypass> bypass;
+        try {
+            bypass.emplace(true);
+        } catch (...) {
+            if (pressed) throw;
+        }
+        // The handler itself, not the table's entry: a nested command may run inside it and
+        // the table may change there, but the binding tables stay.
+        const CommandHandler& handler = *it->second;
         handler(pressed, intArray, floatArray);
     });
 }

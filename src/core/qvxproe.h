@@ -72,7 +72,7 @@ public:
     const std::wstring& HomeDirectory() const { return m_homeDirectory; }
     const std::wstring& TextDirectory() const { return m_textDirectory; }
     std::uint32_t TimerId() const { return m_timerId.Id(); }
-    const std::map<std::uint32_t, CommandHandler>& Commands() const { return m_commands; }
+    const std::map<std::uint32_t, const CommandHandler*>& Commands() const { return m_commands; }
     const oxapp::CActionNode* ActionTree() const { return m_actionTree.get(); }
     const std::vector<oxapp::COxImage>& ActionImages() const { return m_actionImages; }
     s3dm::C3dmouseSettings& Settings() { return *m_settings; }
@@ -132,7 +132,9 @@ private:
     CQvxUiCommand<&CQvxProE::ProQvxButtonMappingEditorCmdActFn> m_buttonMappingEditor{
         "ProQvxButtonMappingEditor"};
     CQvxUiCommand<&CQvxProE::ProQvxHelpCmdActFn> m_help{"ProQvxHelp"};
-    std::map<std::uint32_t, CommandHandler> m_commands;
+    /// Handlers of the binding tables, which live as long as the module: a dispatch reaches
+    /// one without copying it, so it cannot fail to allocate (and lose a release) on the way.
+    std::map<std::uint32_t, const CommandHandler*> m_commands;
     /// What the device's buttons can be given; rebuilt whole when the host's files change.
     std::unique_ptr<oxapp::CActionNode> m_actionTree;
     /// The icons of the tree's actions, gathered by builds until a publish sends them.

@@ -192,7 +192,12 @@ COvkLcdConnection::COvkLcdConnection(std::wstring name)
 
 COvkLcdConnection::~COvkLcdConnection() = default;
 
-COvkLcdConnection& COvkLcdConnection::Instance() { return Instance(L"Quorvex Applet"); }
+COvkLcdConnection& COvkLcdConnection::Instance() {
+    // Held, so that later calls build no name: destructors reach the connection through here,
+    // and an allocation failing in one would end the process.
+    static COvkLcdConnection& instance = Instance(L"Quorvex Applet");
+    return instance;
+}
 
 COvkLcdConnection& COvkLcdConnection::Instance(const std::wstring& name) {
     static COvkLcdConnection instance(name);

@@ -8,7 +8,6 @@
 #include "nav/zoom_drivers.h"
 
 #include <boost/bind/bind.hpp>
-#include <boost/bind/protect.hpp>
 
 namespace qvx::nav {
 namespace {
@@ -20,8 +19,11 @@ constexpr int kHoldDelayMs = 240;
 
 using ZoomDriverFn = void (*)(double, double, int, int, int, int, bool);
 
+// The targets are bound as the functions they are: a call hands the bound one to the invoker
+// by reference. (Wrapped otherwise, each call would build a new function from the wrapper, on
+// the heap, and a release could be lost to memory running out.)
 CCommandBinding OnPress(std::uint32_t code, boost::function<void()> target) {
-    return {code, 0, boost::bind(&InvokeOnPress, boost::protect(target), _1, _2, _3)};
+    return {code, 0, boost::bind(&InvokeOnPress, target, _1, _2, _3)};
 }
 
 // The float parameter is the first factor; the hold factor is 1.5 whatever the parameter.
@@ -29,7 +31,7 @@ CCommandBinding ZoomWithParameter(std::uint32_t code, ZoomDriverFn driver) {
     boost::function<void(float, bool)> target =
         boost::bind(driver, _1, 1.5, kTimes.acceleration, kTimes.deceleration, kTimes.holdPeriod,
                     kHoldDelayMs, _2);
-    return {code, 0, boost::bind(&InvokeWithParameter, boost::protect(target), _1, _2, _3)};
+    return {code, 0, boost::bind(&InvokeWithParameter, target, _1, _2, _3)};
 }
 
 CCommandBinding ZoomWithState(std::uint32_t code, ZoomDriverFn driver, double firstFactor,
@@ -37,7 +39,7 @@ CCommandBinding ZoomWithState(std::uint32_t code, ZoomDriverFn driver, double fi
     boost::function<void(bool)> target =
         boost::bind(driver, firstFactor, holdFactor, kTimes.acceleration, kTimes.deceleration,
                     kTimes.holdPeriod, kHoldDelayMs, _1);
-    return {code, 0, boost::bind(&InvokeWithState, boost::protect(target), _1, _2, _3)};
+    return {code, 0, boost::bind(&InvokeWithState, target, _1, _2, _3)};
 }
 
 CCommandBinding StandardView(std::uint32_t code, EStandardView view) {

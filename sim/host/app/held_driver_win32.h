@@ -21,16 +21,20 @@ public:
     }
     /// Lets the library go: the plug-in then finds no driver unless it holds one itself.
     void Remove() {
+        if (m_module) m_lastTotals = m_control.CallTotals();
         m_control = {};
         m_module.Reset();
     }
     bool IsHeld() const { return static_cast<bool>(m_module); }
     /// Valid only while IsHeld().
     qvx::simdriver::CSimDriverControl& Control() { return m_control; }
+    /// Every driver function called in this run, "NAME COUNT" a line, also after removal.
+    std::string CallTotals() const { return m_module ? m_control.CallTotals() : m_lastTotals; }
 
 private:
     ovklib::CModuleHandle m_module;
     qvx::simdriver::CSimDriverControl m_control;
+    std::string m_lastTotals;
 };
 
 }  // namespace sim

@@ -221,6 +221,19 @@ bool Expectation(CScenarioRunner& runner, const std::string& what, const Words& 
 
 }  // namespace
 
+void FailLcdCall(const std::string& function, std::uint32_t error, std::uint32_t nth) {
+    CHeldLcd& held = Held();
+    if (held.module) held.control.SimLcdFailCall(function.c_str(), error, nth);
+}
+
+std::string LcdCallTotals() {
+    CHeldLcd& held = Held();
+    if (!held.module) return {};
+    std::string text(held.control.SimLcdReadCallTotals(nullptr, 0), '\0');
+    held.control.SimLcdReadCallTotals(text.data(), static_cast<std::uint32_t>(text.size() + 1));
+    return text;
+}
+
 void AddLcdSteps(CScenarioRunner& runner) {
     CHeldLcd& held = Held();
     if (!held.module) {

@@ -3,12 +3,19 @@
 //
 //   qvxhost.exe [--plugin DLL] [--driver DLL] [--log FILE] [--sandbox DIR] SCENARIO
 //   qvxhost.exe --protkdat FILE ... SCENARIO   (the DLL and text directory from FILE)
+//
+// Fault-injection runs add, before the scenario (NTH counts calls from the start of the run):
+//   --fail-host NAME:STATUS|throw:NTH   --fail-driver NAME:ERROR:NTH   --fail-lcd NAME:ERROR:NTH
+//   --fail-alloc NTH      the plug-in's NTH allocation throws std::bad_alloc
+//   --fail-alloc-in-unload NTH   the NTH allocation of each unload does
+//   --count-calls FILE    writes "host|driver|lcd|alloc NAME COUNT" lines at the end
 #include "runner_win32.h"
 
 #include "sim/host/protk_file.h"
 #include "support/os.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 
@@ -54,6 +61,21 @@ bool ReadProtk(const std::wstring& path, sim::CScenarioRunner::Options& options)
     return true;
 }
 
+// NAME:ERROR:NTH, NTH at least 1.
+bool ParseCallFault(const std::wstring& text, sim::CScenarioRunner::Options::CCallFault& fault) {
+    std::string plain = qvx::os::NarrowUtf8(text);
+    auto last = plain.rfind(':');
+    auto first = plain.find(':');
+    if (first == std::string::npos || last == first || first == 0) return false;
+    fault.function = plain.substr(0, first);
+    fault.error = plain.substr(first + 1, last - first - 1);
+    char* end = nullptr;
+    unsigned long nth = std::strtoul(plain.c_str() + last + 1, &end, 10);
+    if (*end != '\0' || nth == 0 || fault.error.empty()) return false;
+    fault.nth = static_cast<std::uint32_t>(nth);
+    return true;
+}
+
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
@@ -77,6 +99,22 @@ int wmain(int argc, wchar_t** argv) {
             options.sandbox = next();
         } else if (arg == L"--protkdat") {
             protkPath = next();
+        } else if (arg == L"--fail-host" || arg == L"--fail-driver" || arg == L"--fail-lcd") {
+            sim::CScenarioRunner::Options::CCallFault fault;
+            if (!ParseCallFault(next(), fault)) {
+                std::fprintf(stderr, "qvxhost: %ls takes NAME:ERROR:NTH\n", arg.c_str());
+                return 2;
+            }
+            auto& list = arg == L"--fail-host"     ? options.hostFaults
+                         : arg == L"--fail-driver" ? options.driverFaults
+                                                   : options.lcdFaults;
+            list.push_back(fault);
+        } else if (arg == L"--fail-alloc-in-unload") {
+            options.failAllocationInUnload = std::wcstoull(next().c_str(), nullptr, 10);
+        } else if (arg == L"--fail-alloc") {
+            options.failAllocation = std::wcstoull(next().c_str(), nullptr, 10);
+        } else if (arg == L"--count-calls") {
+            options.countsPath = next();
         } else {
             scenarioPath = WindowsPath(arg);
         }
@@ -84,7 +122,9 @@ int wmain(int argc, wchar_t** argv) {
     if (scenarioPath.empty()) {
         std::fprintf(stderr,
                      "usage: qvxhost [--plugin DLL | --protkdat FILE] [--driver DLL] [--log FILE] "
-                     "[--sandbox DIR] SCENARIO\n");
+                     "[--sandbox DIR] [--fail-host|--fail-driver|--fail-lcd NAME:ERROR:NTH] "
+                     "[--fail-alloc NTH] [--fail-alloc-in-unload NTH] [--count-calls FILE] "
+                     "SCENARIO\n");
         return 2;
     }
     auto text = qvx::os::ReadWholeFile(scenarioPath);

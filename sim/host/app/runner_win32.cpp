@@ -12,6 +12,7 @@
 #include <sys/stat.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 
 namespace sim {
@@ -85,12 +86,14 @@ CScenarioRunner::CScenarioRunner(Options options) : m_options(std::move(options)
     AddLcdSteps(*this);
     StartCapture();
     if (!m_options.driverPath.empty()) m_driver.Load(m_options.driverPath);
+    ArmCallFaults();
 }
 
 CScenarioRunner::~CScenarioRunner() {
     Unload();
     m_graphics.Off();
     CSession::Instance().graphicsWindow = nullptr;
+    WriteCallCounts();
     m_driver.Remove();
     FlushCaptureToLog();
     std::fflush(stdout);
@@ -249,6 +252,19 @@ bool CScenarioRunner::Load() {
     }
     if (!RouteHelpViewer(m_plugin.Get())) Log("  the plug-in does not import HtmlHelpW");
     for (const auto& hook : m_loadHooks) hook(m_plugin.Get());
+    if (m_options.failAllocation != 0 || !m_options.countsPath.empty()) {
+        // The plug-in counts its allocations from here; the one to fail is numbered over
+        // the whole run, so a later load is told how many are left.
+        auto arm = reinterpret_cast<void (*)(std::uint64_t)>(
+            reinterpret_cast<void*>(GetProcAddress(m_plugin.Get(), "QvxTestArmAllocationFault")));
+        std::uint64_t left =
+            m_options.failAllocation > m_allocations ? m_options.failAllocation - m_allocations : 0;
+        if (arm) {
+            arm(left);
+        } else {
+            Log("  the plug-in has no allocation probe");
+        }
+    }
     int result = init(CSession::Instance().Args());
     Log("  user_initialize_plus returned " + std::to_string(result));
     return true;
@@ -259,8 +275,27 @@ void CScenarioRunner::Unload() {
     if (!m_plugin) return;
     auto term = reinterpret_cast<void (*)()>(
         reinterpret_cast<void*>(GetProcAddress(m_plugin.Get(), "user_terminate_plus")));
+    auto arm = reinterpret_cast<void (*)(std::uint64_t)>(
+        reinterpret_cast<void*>(GetProcAddress(m_plugin.Get(), "QvxTestArmAllocationFault")));
+    auto counted = reinterpret_cast<std::uint64_t (*)()>(
+        reinterpret_cast<void*>(GetProcAddress(m_plugin.Get(), "QvxTestAllocationsCounted")));
+    const bool probing = arm && counted &&
+                         (m_options.failAllocation != 0 || m_options.failAllocationInUnload != 0 ||
+                          !m_options.countsPath.empty());
+    if (probing) {
+        // The unload is counted on its own, from its first allocation.
+        m_allocations += counted();
+        std::uint64_t left =
+            m_options.failAllocation > m_allocations ? m_options.failAllocation - m_allocations : 0;
+        arm(m_options.failAllocationInUnload != 0 ? m_options.failAllocationInUnload : left);
+    }
     if (term) term();
     std::fflush(stdout);
+    if (probing) {
+        std::uint64_t inUnload = counted();
+        m_unloadAllocations += inUnload;
+        m_allocations += inUnload;
+    }
     m_plugin.Reset();
     // The host forgets the callbacks of an application it unloads.
     CSession::Instance().notifications.clear();
@@ -313,6 +348,48 @@ void CScenarioRunner::FlushDriverLogToLog() {
     if (lines.size() < m_driverLinesLogged) m_driverLinesLogged = 0;
     for (std::size_t i = m_driverLinesLogged; i < lines.size(); ++i) Log("  driver: " + lines[i]);
     m_driverLinesLogged = lines.size();
+}
+
+void CScenarioRunner::ArmCallFaults() {
+    auto number = [](const std::string& text) {
+        return static_cast<std::int32_t>(std::strtol(text.c_str(), nullptr, 0));
+    };
+    for (const auto& f : m_options.hostFaults) {
+        CSession::CFault fault;
+        fault.kind = f.error == "throw" ? CSession::EFault::Throw : CSession::EFault::Status;
+        if (fault.kind == CSession::EFault::Status) fault.status = number(f.error);
+        fault.nth = static_cast<int>(f.nth);
+        CSession::Instance().faults[f.function] = fault;
+    }
+    for (const auto& f : m_options.driverFaults) {
+        if (m_driver.IsHeld()) {
+            m_driver.Control().SimDriverFailCall(f.function.c_str(), number(f.error), f.nth);
+        }
+    }
+    for (const auto& f : m_options.lcdFaults) {
+        FailLcdCall(f.function, static_cast<std::uint32_t>(number(f.error)), f.nth);
+    }
+}
+
+void CScenarioRunner::WriteCallCounts() {
+    if (m_options.countsPath.empty()) return;
+    std::ofstream out(fs::path(m_options.countsPath), std::ios::binary | std::ios::trunc);
+    for (const auto& [name, count] : CSession::Instance().callTotals) {
+        out << "host " << name << ' ' << count << '\n';
+    }
+    auto prefixed = [&out](const char* who, const std::string& lines) {
+        std::size_t start = 0;
+        while (start < lines.size()) {
+            std::size_t end = lines.find('\n', start);
+            if (end == std::string::npos) end = lines.size();
+            if (end > start) out << who << ' ' << lines.substr(start, end - start) << '\n';
+            start = end + 1;
+        }
+    };
+    prefixed("driver", m_driver.CallTotals());
+    prefixed("lcd", LcdCallTotals());
+    out << "alloc operator-new " << m_allocations << '\n';
+    out << "alloc unload " << m_unloadAllocations << '\n';
 }
 
 bool CScenarioRunner::HostFault(const std::vector<std::string>& args) {

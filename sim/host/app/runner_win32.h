@@ -6,6 +6,7 @@
 #include "sim/host/scenario.h"
 #include "support/win32_handles.h"
 
+#include <cstdint>
 #include <fstream>
 #include <functional>
 #include <map>
@@ -27,6 +28,23 @@ public:
         std::string scenarioName;
         /// The application text directory the host hands over; a scenario may change it.
         std::wstring textDirectory;
+
+        // Fault-injection runs: calls that fail by number over the whole run, set before the
+        // first step, and where to write how often each function was called.
+        struct CCallFault {
+            std::string function;
+            std::string error;  ///< a status or error code; for the host also "throw"
+            std::uint32_t nth = 0;
+        };
+        std::vector<CCallFault> hostFaults;
+        std::vector<CCallFault> driverFaults;
+        std::vector<CCallFault> lcdFaults;
+        /// The plug-in's allocation (counted over its loads) that throws std::bad_alloc; 0 none.
+        std::uint64_t failAllocation = 0;
+        /// The plug-in's allocation, counted from the start of each unload, that throws; 0 none.
+        std::uint64_t failAllocationInUnload = 0;
+        /// Lines "host|driver|lcd|alloc NAME COUNT"; none when empty.
+        std::wstring countsPath;
     };
 
     explicit CScenarioRunner(Options options);
@@ -99,6 +117,9 @@ private:
     std::string CapturedStdout();
     void FlushCaptureToLog();
     void FlushDriverLogToLog();
+    /// Sets the faults of the options in the session and the held stand-ins.
+    void ArmCallFaults();
+    void WriteCallCounts();
 
     Options m_options;
     std::ofstream m_log;
@@ -117,6 +138,10 @@ private:
     std::wstring m_capturePath;
     std::size_t m_captureLogged = 0;
     std::size_t m_driverLinesLogged = 0;
+    /// The plug-in's allocations counted in the loads that have ended.
+    std::uint64_t m_allocations = 0;
+    /// Those of them made while the plug-in unloaded.
+    std::uint64_t m_unloadAllocations = 0;
 };
 
 /// The whole of `word` as a number (integers also as 0x... hex); empty when any of it is not.
@@ -159,5 +184,9 @@ int RunForegroundWindow(const std::wstring& readyEvent, const std::wstring& quit
 /// The steps that run the simulated LCD manager, press the panel's buttons, and look at the
 /// frames and names the applet sent.
 void AddLcdSteps(CScenarioRunner& runner);
+/// Makes the held LCD library fail `function` with `error` on its `nth` call of the run.
+void FailLcdCall(const std::string& function, std::uint32_t error, std::uint32_t nth);
+/// Every LCD library function called in this run, "NAME COUNT" a line.
+std::string LcdCallTotals();
 
 }  // namespace sim

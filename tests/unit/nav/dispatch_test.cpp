@@ -5,6 +5,28 @@
 #include "nav/standard_views.h"
 
 #include <climits>
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+#include <utility>
+
+namespace {
+/// Makes this test program's next allocation fail.
+bool g_failNextAllocation = false;
+std::uint64_t g_allocations = 0;
+}  // namespace
+
+void* operator new(std::size_t size) {
+    ++g_allocations;
+    if (std::exchange(g_failNextAllocation, false)) throw std::bad_alloc();
+    if (void* block = std::malloc(size ? size : 1)) return block;
+    throw std::bad_alloc();
+}
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
+void operator delete(void* block) noexcept { std::free(block); }
+void operator delete(void* block, std::size_t) noexcept { std::free(block); }
+#pragma GCC diagnostic pop
 
 namespace qvx::testing {
 namespace {
@@ -13,7 +35,8 @@ TEST_F(NavTest, TableHoldsEveryDriverCodeAndNoOther) {
     std::vector<unsigned> codes;
     for (const auto& [code, handler] : g_qvxProE->Commands()) {
         codes.push_back(code);
-        EXPECT_FALSE(handler.empty()) << code;
+        ASSERT_NE(handler, nullptr) << code;
+        EXPECT_FALSE(handler->empty()) << code;
     }
     EXPECT_EQ(codes,
               (std::vector<unsigned>{2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12,  38,  42,
@@ -34,6 +57,27 @@ TEST_F(NavTest, UnknownCodesAndBadArraysAreDropped) {
     PumpSoon([&] { g_qvxProE->OnCommandEx(V3DCMD_ZOOM_CURSOR_CENTRED_A, false, ints, floats); });
     g_qvxProE->OnCommandEx(V3DCMD_ZOOM_CURSOR_CENTRED_A, true, ints, floats);
     EXPECT_EQ(Host().macros.size(), 1u) << "only the front view's refit";
+}
+
+// A release that ends a zoom hold must not be lost to memory running out on its way to the
+// handler: the hold would zoom on without end (and this test would not return).
+TEST_F(NavTest, ReleaseEndsAHoldWhenMemoryRunsOutOnItsWay) {
+    const std::uint64_t before = BoundaryCatchCount();
+    m_loop.Schedule(m_loop.NowMs() + 600, [] {
+        g_failNextAllocation = true;
+        Send(V3DCMD_ZOOM_IN, false);
+        g_failNextAllocation = false;
+    });
+    Send(V3DCMD_ZOOM_IN, true);
+    EXPECT_EQ(BoundaryCatchCount(), before);
+}
+
+// Only the scope around host calls allocates on the way to a handler; the handler is reached
+// as it is bound.
+TEST_F(NavTest, ReleaseOfAZoomAllocatesOnlyTheScope) {
+    const std::uint64_t before = g_allocations;
+    Send(V3DCMD_ZOOM_IN, false);
+    EXPECT_EQ(g_allocations - before, 1u);
 }
 
 TEST_F(NavTest, TextCommandRunsItsMacroOnPressOnly) {

@@ -3,7 +3,23 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <cstdlib>
+#include <new>
 #include <utility>
+
+namespace {
+std::uint64_t g_allocations = 0;
+}  // namespace
+
+// Counts this test program's allocations.
+void* operator new(std::size_t size) {
+    ++g_allocations;
+    if (void* block = std::malloc(size ? size : 1)) return block;
+    throw std::bad_alloc();
+}
+void operator delete(void* block) noexcept { std::free(block); }
+void operator delete(void* block, std::size_t) noexcept { std::free(block); }
 
 namespace ovk::testing {
 namespace {
@@ -16,6 +32,8 @@ public:
         DeleteLinked();
         ++g_deleted;
     }
+    CNode* Next() const { return m_next; }
+    void SetNext(CNode* node) { m_next = node; }
     CNode* DetachNext() { return std::exchange(m_next, nullptr); }
     CNode* DetachChildren() { return std::exchange(m_children, nullptr); }
 
@@ -53,6 +71,30 @@ TEST(TreeTest, MixedTreeDeletesEveryNodeOnce) {
     root->m_next = new CNode;
     delete root;
     EXPECT_EQ(g_deleted, 5);
+}
+
+// Deletion runs in destructors, where an allocation that fails would end the process.
+TEST(TreeTest, DeletingAWideAndDeepTreeAllocatesNothing) {
+    g_deleted = 0;
+    auto* root = new CNode;
+    int made = 1;
+    // Ten levels, each node's first child carrying nine siblings.
+    CNode* parent = root;
+    for (int level = 0; level < 10; ++level) {
+        CNode* first = parent->m_children = new CNode;
+        CNode* last = first;
+        for (int i = 0; i < 9; ++i) last = last->m_next = new CNode;
+        made += 10;
+        for (CNode* n = first; n != last; n = n->m_next) {
+            n->m_children = new CNode;
+            ++made;
+        }
+        parent = last;
+    }
+    std::uint64_t before = g_allocations;
+    delete root;
+    EXPECT_EQ(g_allocations, before);
+    EXPECT_EQ(g_deleted, made);
 }
 
 }  // namespace

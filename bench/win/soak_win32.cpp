@@ -1,0 +1,252 @@
+// Soak: the plug-in in one host process for a working week's worth of churn. Four phases, each
+// ROUNDS long: the driver stops and starts under the loaded plug-in (which must reconnect);
+// the LCD manager stops and starts (the applet must connect again); the plug-in is loaded and
+// unloaded; device commands arrive by the window road and by the callback road. The process's
+// handle count, GDI and user objects and private bytes are printed at the start of each phase,
+// every tenth round and at its end; what the host side itself keeps (its call log) is dropped
+// before each sample, so the figures are the plug-in's and the stand-ins'.
+//
+//   bench_soak.exe [DRIVER_ROUNDS LCD_ROUNDS LOAD_ROUNDS COMMANDS]
+//
+// Under Wine GetProcessHandleCount and GetGuiResources may give 0: the lines say so, and then
+// only private bytes and the connection checks carry information.
+#include "lcd/widgets/lm_lcd_api.h"
+#include "sim/driver/control_api_win32.h"
+#include "plugin_in_process.h"
+#include "sim/host/session.h"
+#include "sim/lcd/control_api_win32.h"
+#include "sim_driver_path.h"
+#include "support/os.h"
+#include "support/registry.h"
+#include "support/win32_handles.h"
+#include "toolkit/host_table.h"
+
+#include <psapi.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <string>
+
+namespace {
+
+using qvx::bench::BesideExe;
+using qvx::bench::CPlugin;
+
+constexpr wchar_t kServerBinaryKey[] =
+    L"SOFTWARE\\Classes\\CLSID\\{4B1D7C90-6E2A-41F3-9C55-2A7E10D3B846}\\ServerBinary";
+constexpr std::uint32_t kRestartedDriver = 27704;
+constexpr std::uint32_t kEventCommand = 10;
+
+void Pump(unsigned ms) {
+    ULONGLONG end = GetTickCount64() + ms;
+    for (;;) {
+        MSG msg;
+        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+            TranslateMessage(&msg);
+            DispatchMessageW(&msg);
+        }
+        ULONGLONG now = GetTickCount64();
+        if (now >= end) break;
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(end - now), QS_ALLINPUT);
+    }
+}
+
+/// Pumps until `done` or `limitMs` passed; whether it was done.
+bool PumpUntil(const std::function<bool()>& done, unsigned limitMs) {
+    ULONGLONG end = GetTickCount64() + limitMs;
+    while (!done()) {
+        if (GetTickCount64() >= end) return false;
+        Pump(10);
+    }
+    return true;
+}
+
+struct CSample {
+    DWORD handles = 0;
+    DWORD gdi = 0;
+    DWORD user = 0;
+    SIZE_T privateBytes = 0;
+    /// What Linux tells of the Wine process, where the Windows figures read 0: its data
+    /// segment (private memory), its resident memory and its open file descriptors.
+    std::uint64_t vmDataKiB = 0;
+    std::uint64_t vmRssKiB = 0;
+    /// The simulated LCD library's call log, which grows with every call in this process.
+    std::uint64_t lcdLogBytes = 0;
+    std::uint64_t descriptors = 0;
+};
+
+/// Macros the host ran, counted before each sample drops its records.
+std::size_t g_macros = 0;
+/// The held LCD library, whose log is part of what this process holds.
+qvx::simlcd::CSimLcdControl* g_lcd = nullptr;
+
+std::uint64_t LinuxStatusKiB(const char* key) {
+    // Read as a stream: /proc files report a size of 0.
+    std::ifstream status(std::filesystem::path(L"Z:\\proc\\self\\status"));
+    std::string line;
+    while (std::getline(status, line)) {
+        if (line.rfind(key, 0) == 0)
+            return std::strtoull(line.c_str() + std::strlen(key), nullptr, 10);
+    }
+    return 0;
+}
+
+std::uint64_t LinuxDescriptors() {
+    std::error_code ec;
+    std::uint64_t count = 0;
+    for (auto it = std::filesystem::directory_iterator(L"Z:\\proc\\self\\fd", ec);
+         !ec && it != std::filesystem::directory_iterator(); it.increment(ec)) {
+        ++count;
+    }
+    return count;
+}
+
+CSample Take() {
+    // The host's own records grow with every call; they are not the plug-in's.
+    sim::CSession& s = sim::CSession::Instance();
+    s.calls.clear();
+    s.calls.shrink_to_fit();
+    g_macros += s.macros.size();
+    s.macros.clear();
+    s.macros.shrink_to_fit();
+    s.panZoomFrames.clear();
+    s.panZoomFrames.shrink_to_fit();
+    s.messages.clear();
+    s.messages.shrink_to_fit();
+    CSample sample;
+    HANDLE self = GetCurrentProcess();
+    GetProcessHandleCount(self, &sample.handles);
+    sample.gdi = GetGuiResources(self, GR_GDIOBJECTS);
+    sample.user = GetGuiResources(self, GR_USEROBJECTS);
+    PROCESS_MEMORY_COUNTERS_EX memory{};
+    memory.cb = sizeof memory;
+    if (GetProcessMemoryInfo(self, reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory),
+                             sizeof memory)) {
+        sample.privateBytes = memory.PrivateUsage;
+    }
+    sample.vmDataKiB = LinuxStatusKiB("VmData:");
+    sample.vmRssKiB = LinuxStatusKiB("VmRSS:");
+    if (g_lcd) sample.lcdLogBytes = g_lcd->SimLcdReadLog(nullptr, 0);
+    sample.descriptors = LinuxDescriptors();
+    return sample;
+}
+
+long long Delta(std::uint64_t now, std::uint64_t then) {
+    return static_cast<long long>(now) - static_cast<long long>(then);
+}
+
+void Print(const char* phase, int round, const CSample& s, const CSample& first) {
+    std::fprintf(
+        stderr,
+        "%-9s round %6d  handles %lu (%+lld)  gdi %lu (%+lld)  user %lu (%+lld)  "
+        "private %llu KiB (%+lld)  linux: data %llu KiB (%+lld)  resident %llu KiB (%+lld)  "
+        "fds %llu (%+lld)  simulated LCD log %llu B (%+lld)\n",
+        phase, round, s.handles, Delta(s.handles, first.handles), s.gdi, Delta(s.gdi, first.gdi),
+        s.user, Delta(s.user, first.user), static_cast<unsigned long long>(s.privateBytes / 1024),
+        Delta(s.privateBytes / 1024, first.privateBytes / 1024),
+        static_cast<unsigned long long>(s.vmDataKiB), Delta(s.vmDataKiB, first.vmDataKiB),
+        static_cast<unsigned long long>(s.vmRssKiB), Delta(s.vmRssKiB, first.vmRssKiB),
+        static_cast<unsigned long long>(s.descriptors), Delta(s.descriptors, first.descriptors),
+        static_cast<unsigned long long>(s.lcdLogBytes), Delta(s.lcdLogBytes, first.lcdLogBytes));
+}
+
+/// Runs `round` `rounds` times, sampling at the start, every tenth round and at the end;
+/// counts the rounds whose check failed.
+int Phase(const char* name, int rounds, const std::function<bool(int)>& round) {
+    Pump(200);
+    CSample first = Take();
+    Print(name, 0, first, first);
+    int failed = 0;
+    for (int i = 1; i <= rounds; ++i) {
+        if (!round(i)) ++failed;
+        if (i % 10 == 0 || i == rounds) Print(name, i, Take(), first);
+    }
+    std::fprintf(stderr, "%-9s %d rounds, %d failed their check\n", name, rounds, failed);
+    return failed;
+}
+
+}  // namespace
+
+int wmain(int argc, wchar_t** argv) {
+    int driverRounds = argc > 1 ? _wtoi(argv[1]) : 1000;
+    int lcdRounds = argc > 2 ? _wtoi(argv[2]) : 1000;
+    int loadRounds = argc > 3 ? _wtoi(argv[3]) : 1000;
+    int commands = argc > 4 ? _wtoi(argv[4]) : 100000;
+
+    ovklib::CModuleHandle driverModule(LoadLibraryW(qvx::bench::SimDriverPath().c_str()));
+    qvx::simdriver::CSimDriverControl driver;
+    ovklib::CModuleHandle lcdModule(LoadLibraryW(BesideExe(L"simlcd.dll").c_str()));
+    qvx::simlcd::CSimLcdControl lcd;
+    if (!driverModule || !driver.Bind(driverModule.Get()) || !lcdModule ||
+        !lcd.Bind(lcdModule.Get())) {
+        std::fprintf(stderr, "cannot load the simulated driver or LCD library\n");
+        return 1;
+    }
+    driver.SimDriverSetLogging(0);
+    g_lcd = &lcd;
+    qvx::os::WriteRegistryString(qvx::os::RegistryRoot::LocalMachine, kServerBinaryKey, L"",
+                                 BesideExe(L"simlcd.dll"));
+    // The plug-in's diagnostics are not what is measured; the figures go to standard error.
+    std::freopen("NUL", "w", stdout);
+    sim::CSession::Instance().Reset();
+    sim::CSession::Instance().OpenModel("block");
+
+    int failed = 0;
+    CPlugin plugin;
+    if (!plugin.Load()) {
+        std::fprintf(stderr, "the plug-in did not load\n");
+        return 1;
+    }
+    auto connected = [&] { return driver.SimDriverConnectionCount() > 0; };
+    if (!PumpUntil(connected, 2000)) std::fprintf(stderr, "no connection at the start\n");
+
+    failed += Phase("driver", driverRounds, [&](int) {
+        driver.SimDriverStop();
+        Pump(5);
+        driver.SimDriverStart();
+        driver.SimDriverPostCommandEvent(kRestartedDriver);
+        return PumpUntil(connected, 2000);
+    });
+
+    failed += Phase("lcd", lcdRounds, [&](int) {
+        lcd.SimLcdStartManager();
+        bool up = PumpUntil([&] { return lcd.SimLcdConnectionCount() > 0; }, 5000);
+        lcd.SimLcdStopManager();
+        bool down = PumpUntil([&] { return lcd.SimLcdConnectionCount() == 0; }, 2000);
+        return up && down;
+    });
+
+    failed += Phase("load", loadRounds, [&](int) {
+        plugin.Unload();
+        bool ok = plugin.Load();
+        return PumpUntil(connected, 2000) && ok;
+    });
+
+    OxKvwEvent record{};
+    record.type = kEventCommand;
+    record.command.pressed = 1;
+    std::strcpy(record.command.command, "ProCmd ~ Command `ProCmdViewRepaint`;");
+    int rounds = commands / 2;
+    failed += Phase("commands", rounds / 100, [&](int) {
+        // A hundred rounds of one command by each road between two samples.
+        bool ok = true;
+        for (int i = 0; i < 100; ++i) {
+            ok = driver.SimDriverSendEvent(&record) > 0 && ok;
+            Pump(0);
+            ok = driver.SimDriverCallEvent(&record) == 0 && ok;
+        }
+        return ok;
+    });
+    std::fprintf(stderr, "commands  %d by the window road, %d by the callback road, %zu macros\n",
+                 rounds / 100 * 100, rounds / 100 * 100, g_macros);
+
+    plugin.Unload();
+    lcd.SimLcdReset();
+    driver.SimDriverReset();
+    std::fprintf(stderr, "%s\n", failed ? "FAILED" : "PASSED");
+    return failed ? 1 : 0;
+}
