@@ -63,7 +63,7 @@ void CQvxModeSwitchImpl::OnProNotify(ProNotifyType type) {
         return;
     }
     CQvxUndostackClearBypass bypass(true);
-    ProMode mode = kNoModeSeen;
+    ProMode mode = PRO_MODE_UNUSED;  // also what a failed query leaves
     ProBoolean active = 0;
     ProSectionIsActive(&active);
     // A sketch section open inside a part or an assembly counts as the sketcher, whatever the

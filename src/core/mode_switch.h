@@ -12,9 +12,6 @@
 #include <functional>
 #include <memory>
 
-/// The value the tracker holds before it has seen a mode, and the mode of a failed query.
-inline constexpr ProMode kNoModeSeen = -1;
-
 class CQvxModeSwitchImpl {
 public:
     CQvxModeSwitchImpl() = default;
@@ -35,7 +32,8 @@ public:
     boost::signals2::signal<void(ProMode)>& Signal() { return m_signal; }
 
 private:
-    ProMode m_mode = kNoModeSeen;
+    /// PRO_MODE_UNUSED (-1) also stands for no mode seen yet.
+    ProMode m_mode = PRO_MODE_UNUSED;
     boost::signals2::signal<void(ProMode)> m_signal;
 };
 
@@ -47,7 +45,7 @@ public:
     virtual ~CQvxModeSwitch() = default;
 
     /// Subscribes `slot` to changes of the mode and calls it at once with the current mode
-    /// (kNoModeSeen on a fresh tracker). The first Connect of the process makes the tracker
+    /// (PRO_MODE_UNUSED on a fresh tracker). The first Connect of the process makes the tracker
     /// and registers its listeners. The connection ends the subscription.
     boost::signals2::connection Connect(const Slot& slot);
 

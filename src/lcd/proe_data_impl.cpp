@@ -85,6 +85,4 @@ void CLcdProeDataImpl::RefreshRequest() {
     }
 }
 
-std::uintptr_t CLcdProeDataImpl::PendingTimer() { return g_timer; }
-
 }  // namespace qvx::lcd

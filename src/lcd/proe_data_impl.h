@@ -22,8 +22,6 @@ public:
 
     /// Posts the window 0x8020 (wParam 1) when it still exists, after cancelling the timer.
     static void RefreshRequest();
-    /// The pending timer's id; 0 when none.
-    static std::uintptr_t PendingTimer();
 
 private:
     std::map<ProNotifyType, ProError (*)()> m_handlers;
