@@ -35,13 +35,10 @@ test-win32: win32
 test-linux: linux
 	ctest --preset linux
 
-# One wineserver serves the whole Windows run; it is stopped whatever the outcome. A test
-# that fails is run once more: the zoom-about-cursor scenarios tell a tap from a hold by time,
-# and on a loaded machine Wine has been seen to deliver the host's scheduled release 2 s late
-# after a slow mouse tracking (under investigation); a second failure fails the run.
+# One wineserver serves the whole Windows run; it is stopped whatever the outcome.
 test-win: win64
 	$(WINE_RUN) --start-server
-	ctest --preset win64 --repeat until-pass:2; rc=$$?; $(WINE_RUN) --stop-server; exit $$rc
+	ctest --preset win64; rc=$$?; $(WINE_RUN) --stop-server; exit $$rc
 
 test: test-linux test-win test-win32
 

@@ -49,8 +49,11 @@ public:
         for (;;) {
             const std::int64_t now = NowMs();
             const DWORD timeout = now >= end ? 0 : static_cast<DWORD>(end - now);
-            const DWORD result =
-                MsgWaitForMultipleObjects(count, handles, FALSE, timeout, QS_ALLINPUT);
+            // Input already in the queue counts: without it a message the thread has seen
+            // (by any peek, the host's own filtered ones included) would not end the wait,
+            // and a timer message could sit there for as long as nothing new arrives.
+            const DWORD result = MsgWaitForMultipleObjectsEx(count, handles, timeout, QS_ALLINPUT,
+                                                             MWMO_INPUTAVAILABLE);
             if (result != WAIT_OBJECT_0 + count || timeout == 0) return false;
             MSG msg;
             if (!PeekMessageW(&msg, nullptr, 0, 0, PM_NOREMOVE)) continue;
