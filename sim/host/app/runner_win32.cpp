@@ -20,6 +20,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// The longest a step may run; the longest of the scenarios takes a few seconds.
+constexpr UINT kStepLimitMs = 30000;
+
 std::wstring Wide(const std::string& utf8) { return qvx::os::WidenUtf8(utf8); }
 std::string Utf8(const std::wstring& wide) { return qvx::os::NarrowUtf8(wide); }
 
@@ -160,8 +163,13 @@ bool CScenarioRunner::Run(const std::vector<CScenarioStep>& steps) {
         std::vector<std::string> words{step.words[0]};
         for (std::size_t i = 1; i < step.words.size(); ++i) words.push_back(Expand(step.words[i]));
         Log("[" + std::to_string(step.line) + "] " + Joined(words));
+        // A step that waits on the plug-in inside the host's message loop (a held zoom whose
+        // release was lost, a modal dialog nobody can find) keeps the host answering but never
+        // returns; the limit's timer fires only from such a loop, never from a frozen host.
+        UINT_PTR limit = SetTimer(nullptr, 0, kStepLimitMs, &OnStepLimit);
         // A scheduled step that ran inside this one may have failed too.
         bool ok = Dispatch(words) && m_failure.empty();
+        if (limit) KillTimer(nullptr, limit);
         FlushCaptureToLog();
         FlushDriverLogToLog();
         if (!ok) {
@@ -211,6 +219,24 @@ bool CScenarioRunner::Schedule(const std::vector<std::string>& args) {
 void CALLBACK CScenarioRunner::OnScheduledTimer(HWND, UINT, UINT_PTR id, DWORD) {
     KillTimer(nullptr, id);
     if (g_runner) g_runner->RunScheduled(id);
+}
+
+void CALLBACK CScenarioRunner::OnStepLimit(HWND, UINT, UINT_PTR id, DWORD) {
+    KillTimer(nullptr, id);
+    if (!g_runner) return;
+    g_runner->FlushCaptureToLog();
+    g_runner->FlushDriverLogToLog();
+    g_runner->Log("  the step has run " + std::to_string(kStepLimitMs) +
+                  " ms with the host answering messages; the run ends here");
+    g_runner->Fail("the step did not end within " + std::to_string(kStepLimitMs) + " ms");
+    g_runner->Log("FAILED " + g_runner->m_failure);
+    std::fflush(stdout);
+    if (g_runner->m_savedStdout >= 0) _dup2(g_runner->m_savedStdout, 1);
+    std::printf("qvxhost: %s FAILED at %s\n", g_runner->m_options.scenarioName.c_str(),
+                g_runner->m_failure.c_str());
+    std::fflush(stdout);
+    // The plug-in's stack is still below this call, so nothing may unwind or unload it.
+    TerminateProcess(GetCurrentProcess(), 1);
 }
 
 void CScenarioRunner::RunScheduled(UINT_PTR id) {

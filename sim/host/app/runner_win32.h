@@ -109,6 +109,9 @@ private:
     /// Kills every pending timer and logs each step that will not run.
     void CancelScheduled(const char* why);
     static void CALLBACK OnScheduledTimer(HWND, UINT, UINT_PTR id, DWORD);
+    /// Ends a run whose step has gone on past the limit while the host still answers
+    /// messages: logged as a failure, then the process ends without the unload.
+    static void CALLBACK OnStepLimit(HWND, UINT, UINT_PTR id, DWORD);
     void RunScheduled(UINT_PTR id);
     bool ExpectStep(const std::vector<std::string>& args);
     bool Load();
