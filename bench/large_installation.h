@@ -39,13 +39,18 @@ struct Installation {
         }
         WriteLanguageFile();
         config = configInText ? root / "text" / "config.pro" : root / "config.pro";
-        std::ofstream out(config);
-        for (int i = 0; i < configLines; ++i) {
+        WriteConfigPro(config, configLines, "k");
+    }
+    /// `lines` lines of a config.pro, a third of them mapkeys named `prefix` and a number,
+    /// each with a continuation line, the rest other options.
+    static void WriteConfigPro(const fs::path& path, int lines, const std::string& prefix) {
+        std::ofstream out(path);
+        for (int i = 0; i < lines; ++i) {
             if (i % 3 == 2) {
                 out << "mapkey(continued) ~ Command `ProCmdMore" << i << "`;\n";
             } else if (i % 3 == 1) {
-                out << "mapkey k" << i << " @MAPKEY_NAMEName " << i << ";@MAPKEY_LABELLabel " << i
-                    << ";~ Command `ProCmd" << i << "`;\\\n";
+                out << "mapkey " << prefix << i << " @MAPKEY_NAMEName " << i
+                    << ";@MAPKEY_LABELLabel " << i << ";~ Command `ProCmd" << i << "`;\\\n";
             } else {
                 out << "display_mode shade\n";
             }

@@ -1,8 +1,9 @@
 // Time from the host's load call to the first action tree the driver holds, for the sample
-// installation and a large one (5,000 command resource files, 1,000 mapkeys, a 1 MB language
-// file), against merely reading the same files; and the cost of a change to a mode already
-// published, through the host's notification, against the bare driver call it ends in. The
-// real plug-in DLL runs in this process with the simulated host and driver, as in qvxhost.
+// installation and two large ones (5,000 command resource files, a 1 MB language file, and
+// 1,000 mapkeys or three config.pro files of 10,000 lines), against merely reading the same
+// files; and the cost of a change to a mode already published, through the host's
+// notification, against the bare driver call it ends in. The real plug-in DLL runs in this
+// process with the simulated host and driver, as in qvxhost.
 //
 //   bench_startup_publish.exe
 #include "catalogue/pro_commands.h"
@@ -10,7 +11,6 @@
 #include "large_installation.h"
 #include "plugin_in_process.h"
 #include "sim/driver/control_api_win32.h"
-#include "plugin_in_process.h"
 #include "sim/host/session.h"
 #include "sim_driver_path.h"
 #include "support/os.h"
@@ -125,6 +125,24 @@ int wmain() {
                                        /*configInText=*/true);
         large.LanguageFile(true);
         StartupRow("5,000 files, 1,000 mapkeys", large.root, driver);
+    }
+    {
+        // The site of a large company: the installation's config.pro, the user's and the
+        // working folder's, 10,000 lines each with mapkeys of their own names.
+        qvx::bench::Installation large(temp / "qvx_bench_large", /*configLines=*/10000,
+                                       /*configInText=*/true);
+        large.LanguageFile(true);
+        fs::create_directories(large.root / "home");
+        fs::create_directories(large.root / "work");
+        qvx::bench::Installation::WriteConfigPro(large.root / "home" / "config.pro", 10000, "h");
+        qvx::bench::Installation::WriteConfigPro(large.root / "work" / "config.pro", 10000, "w");
+        const fs::path before = fs::current_path();
+        const auto home = qvx::os::GetEnv(L"HOME");
+        qvx::os::SetEnv(L"HOME", (large.root / "home").wstring());
+        fs::current_path(large.root / "work");
+        StartupRow("5,000 files, 3 x 10,000 lines", large.root, driver);
+        fs::current_path(before);
+        qvx::os::SetEnv(L"HOME", home);
     }
 
     // A change between two modes already published: the host's window-change notification,

@@ -1,5 +1,6 @@
 // Frame intervals of the animated zoom in real time: a tap of code 48 (a 400 ms eased step)
-// and a 2 s hold of code 49, through the plug-in's command table in the simulated host.
+// and a 2 s hold of code 49, through the plug-in's command table in the simulated host, once
+// on a quiet host and once with a second thread of the host burning a processor.
 // Prints the frame count, median and worst interval of each, and the cost of computing and
 // setting one frame; with a folder argument it also writes a plot of scale against time.
 //
@@ -23,6 +24,8 @@
 #include <fstream>
 #include <functional>
 #include <memory>
+#include <stop_token>
+#include <thread>
 
 namespace {
 
@@ -97,6 +100,16 @@ int wmain(int argc, wchar_t** argv) {
     Run hold = Press(V3DCMD_ZOOM_OUT, 2000);
     Report("tap of code 48", tap);
     Report("hold of code 49", hold);
+    {
+        // A busy host: another thread of the host's process keeps a processor at work while
+        // the zoom runs on the main thread.
+        std::jthread busy([](std::stop_token stop) {
+            volatile std::uint64_t spin = 0;
+            while (!stop.stop_requested()) spin = spin + 1;
+        });
+        Report("tap, busy host", Press(V3DCMD_ZOOM_IN, 20));
+        Report("hold, busy host", Press(V3DCMD_ZOOM_OUT, 2000));
+    }
 
     // The cost of one frame beside the 16 ms wait: compute and set 10,000 matrices.
     auto start = std::chrono::steady_clock::now();
