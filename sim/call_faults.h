@@ -13,17 +13,19 @@ namespace sim {
 
 class CCallFaults {
 public:
-    /// `name` fails with `error` on its `nth` call from now (1: the next one).
+    /// `name` fails with `error` on its `nth` call from now (1: the next one); a function may
+    /// be planned to fail at several calls (a scenario's own fault and a runner's).
     void FailCall(const std::string& name, std::int32_t error, std::uint32_t nth) {
-        m_plans[name] = {error, m_totals[name] + nth};
+        m_plans[name][m_totals[name] + nth] = error;
     }
 
     /// Counts one call of `name`; the error it fails with, or 0 when it goes on.
     std::int32_t Take(const std::string& name) {
         std::uint64_t number = ++m_totals[name];
         auto plan = m_plans.find(name);
-        if (plan == m_plans.end() || plan->second.atCall != number) return 0;
-        return plan->second.error;
+        if (plan == m_plans.end()) return 0;
+        auto at = plan->second.find(number);
+        return at == plan->second.end() ? 0 : at->second;
     }
 
     /// One line per function called: "NAME COUNT".
@@ -35,11 +37,8 @@ public:
     }
 
 private:
-    struct CPlan {
-        std::int32_t error = 0;
-        std::uint64_t atCall = 0;
-    };
-    std::map<std::string, CPlan> m_plans;
+    /// By function: the error for each call number that fails.
+    std::map<std::string, std::map<std::uint64_t, std::int32_t>> m_plans;
     std::map<std::string, std::uint64_t> m_totals;
 };
 
