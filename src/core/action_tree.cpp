@@ -45,17 +45,26 @@ void PushFront(CActionNode*& head, CActionNode* node) {
     head = node;
 }
 
-/// Where a build collects the icons it finds, and what the icon folders held at its start.
+/// Where a build collects the icons it finds, what the icon folders held at its start, and
+/// where each picture name was found (empty: nowhere). Every mapkey names the same picture, so
+/// a build looks each name up once.
 struct CIcons {
     std::vector<oxapp::COxImage>& images;
     catalogue::CFolderListing folders;
+    std::map<std::wstring, std::wstring> found;
 };
 
 /// Records the icon of an action whose leaf has `id`, when the action names one that is found.
 void CollectIcon(const CAction& action, const std::string& id, CIcons& icons) {
     if (action.GetImage().empty()) return;
-    std::wstring path;
-    if (!CProECommands::FindIcon(path, Utf8(action.GetImage()), &icons.folders)) return;
+    auto known = icons.found.find(action.GetImage());
+    if (known == icons.found.end()) {
+        std::wstring located;
+        CProECommands::FindIcon(located, Utf8(action.GetImage()), &icons.folders);
+        known = icons.found.emplace(action.GetImage(), std::move(located)).first;
+    }
+    const std::wstring& path = known->second;
+    if (path.empty()) return;
     try {
         oxapp::COxImage image;
         image.SetId(id.c_str());
@@ -139,7 +148,7 @@ void BuildActionTree(CProECommands& catalogue, std::unique_ptr<CActionNode>& roo
     // The folders an icon is searched in are listed once for the whole build.
     std::vector<std::wstring> folders = CProECommands::IconFolders();
     folders.push_back(os::CurrentDirectory());
-    CIcons icons{images, catalogue::CFolderListing(folders)};
+    CIcons icons{images, catalogue::CFolderListing(folders), {}};
     if (CActionNode* mapkeys = MapkeysCategory(catalogue, icons)) root->AppendChild(mapkeys);
     AppendCommandCategories(catalogue, *root, icons);
 }

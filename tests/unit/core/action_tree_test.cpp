@@ -10,6 +10,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <vector>
 
 namespace qvx::testing {
@@ -101,6 +102,28 @@ TEST_F(ActionTreeTest, MapkeysStandReversedWithTheirKeysAndIconsGatherOverBuilds
     int roots = 0;
     for (const CActionNode* n = m_tree.get(); n; n = n->Next()) ++roots;
     EXPECT_EQ(roots, 1);
+}
+
+TEST_F(ActionTreeTest, EveryLeafOfASharedPictureGetsItsOwnIcon) {
+    // All mapkeys show the device software's one picture, and two commands here share one:
+    // the picture is looked up once, but every leaf carries it under its own identifier.
+    fs::create_directories(m_root / "Cfg" / "Images" / "STR_PROE");
+    std::ofstream(m_root / "Cfg" / "Images" / "STR_PROE" / "Creo-Mapkey.png") << "png";
+    std::ofstream(m_root / "config.pro") << "mapkey a @MAPKEY_LABELA;~ Command `A`;\n"
+                                            "mapkey b @MAPKEY_LABELB;~ Command `B`;\n";
+    Command("procmd1.res", "ProCmdViewRefit", "shared");
+    Command("procmd2.res", "ProCmdViewSpin", "shared");
+    std::ofstream(m_root / "text" / "resource" / "shared.gif") << "gif";
+    Build({os::WidenUtf8((m_root / "config.pro").string())});
+    std::multiset<std::string> files;
+    std::set<std::string> ids;
+    for (const auto& image : m_images) {
+        files.insert(fs::path(image.FileName()).filename().string());
+        ids.insert(image.Id());
+    }
+    EXPECT_EQ(files, (std::multiset<std::string>{"Creo-Mapkey.png", "Creo-Mapkey.png", "shared.gif",
+                                                 "shared.gif"}));
+    EXPECT_EQ(ids.size(), 4u);
 }
 
 }  // namespace
