@@ -78,6 +78,9 @@ struct CSample {
     /// The simulated LCD library's call log, which grows with every call in this process.
     std::uint64_t lcdLogBytes = 0;
     std::uint64_t descriptors = 0;
+    /// The lowest free thread-local storage slot: a process has 1,088, and a module that takes
+    /// one per load without giving it back ends the process when they run out.
+    DWORD freeTlsSlot = 0;
 };
 
 /// Macros the host ran, counted before each sample drops its records.
@@ -133,6 +136,8 @@ CSample Take() {
     sample.vmRssKiB = LinuxStatusKiB("VmRSS:");
     if (g_lcd) sample.lcdLogBytes = g_lcd->SimLcdReadLog(nullptr, 0);
     sample.descriptors = LinuxDescriptors();
+    sample.freeTlsSlot = TlsAlloc();
+    if (sample.freeTlsSlot != TLS_OUT_OF_INDEXES) TlsFree(sample.freeTlsSlot);
     return sample;
 }
 
@@ -145,14 +150,15 @@ void Print(const char* phase, int round, const CSample& s, const CSample& first)
         stderr,
         "%-9s round %6d  handles %lu (%+lld)  gdi %lu (%+lld)  user %lu (%+lld)  "
         "private %llu KiB (%+lld)  linux: data %llu KiB (%+lld)  resident %llu KiB (%+lld)  "
-        "fds %llu (%+lld)  simulated LCD log %llu B (%+lld)\n",
+        "fds %llu (%+lld)  simulated LCD log %llu B (%+lld)  free TLS slot %lu (%+lld)\n",
         phase, round, s.handles, Delta(s.handles, first.handles), s.gdi, Delta(s.gdi, first.gdi),
         s.user, Delta(s.user, first.user), static_cast<unsigned long long>(s.privateBytes / 1024),
         Delta(s.privateBytes / 1024, first.privateBytes / 1024),
         static_cast<unsigned long long>(s.vmDataKiB), Delta(s.vmDataKiB, first.vmDataKiB),
         static_cast<unsigned long long>(s.vmRssKiB), Delta(s.vmRssKiB, first.vmRssKiB),
         static_cast<unsigned long long>(s.descriptors), Delta(s.descriptors, first.descriptors),
-        static_cast<unsigned long long>(s.lcdLogBytes), Delta(s.lcdLogBytes, first.lcdLogBytes));
+        static_cast<unsigned long long>(s.lcdLogBytes), Delta(s.lcdLogBytes, first.lcdLogBytes),
+        s.freeTlsSlot, Delta(s.freeTlsSlot, first.freeTlsSlot));
 }
 
 /// Runs `round` `rounds` times, sampling at the start, every tenth round and at the end;

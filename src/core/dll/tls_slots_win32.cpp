@@ -1,0 +1,81 @@
+// The DLL's thread-local storage slots, given back when it is unloaded.
+//
+// The thread library linked into this DLL takes a slot of the process's thread-local storage
+// the first time it serves a thread and never frees it. A process has 1,088 slots, so a host
+// that loads and unloads the plug-in that often would end. Every slot taken through this DLL's
+// import of TlsAlloc is recorded here and freed as the DLL goes, after its static destructors.
+//
+// The import is replaced by defining the pointer the linker would otherwise take from the
+// system's import library; nothing in here may call TlsAlloc or TlsFree by name (that would
+// come back here) or use the thread library (it may be what is calling).
+#include "support/windows_api.h"
+
+#include <atomic>
+#include <cstdlib>
+
+namespace {
+
+using TlsAllocFunction = DWORD(WINAPI*)();
+using TlsFreeFunction = BOOL(WINAPI*)(DWORD);
+
+/// Slots held; TLS_OUT_OF_INDEXES marks a free entry. The thread library takes one.
+constexpr int kRecorded = 8;
+std::atomic<DWORD> g_slots[kRecorded] = {TLS_OUT_OF_INDEXES, TLS_OUT_OF_INDEXES, TLS_OUT_OF_INDEXES,
+                                         TLS_OUT_OF_INDEXES, TLS_OUT_OF_INDEXES, TLS_OUT_OF_INDEXES,
+                                         TLS_OUT_OF_INDEXES, TLS_OUT_OF_INDEXES};
+
+template <typename Function>
+Function SystemFunction(const char* name) {
+    HMODULE kernel = GetModuleHandleW(L"kernel32.dll");
+    return kernel
+               ? reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(kernel, name)))
+               : nullptr;
+}
+
+DWORD WINAPI RecordedTlsAlloc() {
+    auto allocate = SystemFunction<TlsAllocFunction>("TlsAlloc");
+    if (!allocate) return TLS_OUT_OF_INDEXES;
+    const DWORD slot = allocate();
+    if (slot == TLS_OUT_OF_INDEXES) return slot;
+    for (auto& entry : g_slots) {
+        DWORD free = TLS_OUT_OF_INDEXES;
+        if (entry.compare_exchange_strong(free, slot)) break;
+    }
+    // More slots than entries: the rest stay taken, as they would without this.
+    return slot;
+}
+
+BOOL WINAPI RecordedTlsFree(DWORD slot) {
+    for (auto& entry : g_slots) {
+        DWORD held = slot;
+        if (entry.compare_exchange_strong(held, TLS_OUT_OF_INDEXES)) break;
+    }
+    auto release = SystemFunction<TlsFreeFunction>("TlsFree");
+    return release ? release(slot) : FALSE;
+}
+
+void ReleaseRecordedSlots() {
+    for (auto& entry : g_slots) {
+        const DWORD slot = entry.exchange(TLS_OUT_OF_INDEXES);
+        if (slot != TLS_OUT_OF_INDEXES) RecordedTlsFree(slot);
+    }
+}
+
+// Registered before any static object of the DLL exists, so it runs after all their
+// destructors when the DLL is unloaded.
+__attribute__((constructor(101))) void ReleaseSlotsAtUnload() {
+    std::atexit(&ReleaseRecordedSlots);
+}
+
+}  // namespace
+
+// The import pointers of this DLL for the two functions (32-bit names carry the decoration).
+#ifdef _WIN64
+extern "C" TlsAllocFunction qvx_imp_TlsAlloc __asm__("__imp_TlsAlloc");
+extern "C" TlsFreeFunction qvx_imp_TlsFree __asm__("__imp_TlsFree");
+#else
+extern "C" TlsAllocFunction qvx_imp_TlsAlloc __asm__("__imp__TlsAlloc@0");
+extern "C" TlsFreeFunction qvx_imp_TlsFree __asm__("__imp__TlsFree@4");
+#endif
+TlsAllocFunction qvx_imp_TlsAlloc = &RecordedTlsAlloc;
+TlsFreeFunction qvx_imp_TlsFree = &RecordedTlsFree;
