@@ -7,7 +7,7 @@
 // every tenth round and at its end; what the host side itself keeps (its call log) is dropped
 // before each sample, so the figures are the plug-in's and the stand-ins'.
 //
-//   bench_soak.exe [DRIVER_ROUNDS LCD_ROUNDS LOAD_ROUNDS COMMANDS]
+//   bench_soak.exe [DRIVER_ROUNDS LCD_ROUNDS LOAD_ROUNDS COMMANDS [BARE_DLL]]
 //
 // Under Wine GetProcessHandleCount and GetGuiResources may give 0: the lines say so, and then
 // only private bytes and the connection checks carry information.
@@ -254,8 +254,10 @@ int wmain(int argc, wchar_t** argv) {
     plugin.Unload();
     // The DLL mapped and freed without its entries being called: what the system's loader and
     // the DLL's own static start and end cost, to set the load phase's figures against.
+    // Another DLL may stand in for the plug-in here, to tell its share from the loader's.
+    const std::wstring bare = argc > 5 ? argv[5] : BesideExe(L"qvxproengineer.dll");
     failed += Phase("bare-load", loadRounds, [&](int) {
-        ovklib::CModuleHandle module(LoadLibraryW(BesideExe(L"qvxproengineer.dll").c_str()));
+        ovklib::CModuleHandle module(LoadLibraryW(bare.c_str()));
         return static_cast<bool>(module);
     });
     lcd.SimLcdReset();
