@@ -1,17 +1,24 @@
-// The DLL's thread-local storage slots, given back when it is unloaded.
+// What the runtime linked into this DLL keeps for the life of the process, given back when the
+// DLL is unloaded, after its static destructors: a host may load and unload the plug-in many
+// times in one process.
 //
-// The thread library linked into this DLL takes a slot of the process's thread-local storage
-// the first time it serves a thread and never frees it. A process has 1,088 slots, so a host
-// that loads and unloads the plug-in that often would end. Every slot taken through this DLL's
-// import of TlsAlloc is recorded here and freed as the DLL goes, after its static destructors.
-//
-// The import is replaced by defining the pointer the linker would otherwise take from the
-// system's import library; nothing in here may call TlsAlloc or TlsFree by name (that would
-// come back here) or use the thread library (it may be what is calling).
+// - Thread-local storage slots: the thread library takes one the first time it serves a thread
+//   and never frees it; a process has 1,088. Every slot taken through this DLL's import of
+//   TlsAlloc is recorded here and freed. The import is replaced by defining the pointer the
+//   linker would otherwise take from the system's import library; nothing in here may call
+//   TlsAlloc or TlsFree by name (that would come back here) or use the thread library (it may
+//   be what is calling).
+// - The C++ runtime's emergency pool for exceptions thrown when memory has run out, some 73 KB
+//   taken at the DLL's start and otherwise never freed.
 #include "support/windows_api.h"
 
 #include <atomic>
 #include <cstdlib>
+
+namespace __gnu_cxx {
+// The C++ runtime's own release of its emergency exception pool.
+void __freeres();
+}  // namespace __gnu_cxx
 
 namespace {
 
@@ -54,18 +61,17 @@ BOOL WINAPI RecordedTlsFree(DWORD slot) {
     return release ? release(slot) : FALSE;
 }
 
-void ReleaseRecordedSlots() {
+void ReleaseAtUnload() {
     for (auto& entry : g_slots) {
         const DWORD slot = entry.exchange(TLS_OUT_OF_INDEXES);
         if (slot != TLS_OUT_OF_INDEXES) RecordedTlsFree(slot);
     }
+    __gnu_cxx::__freeres();
 }
 
 // Registered before any static object of the DLL exists, so it runs after all their
 // destructors when the DLL is unloaded.
-__attribute__((constructor(101))) void ReleaseSlotsAtUnload() {
-    std::atexit(&ReleaseRecordedSlots);
-}
+__attribute__((constructor(101))) void RegisterReleaseAtUnload() { std::atexit(&ReleaseAtUnload); }
 
 }  // namespace
 
