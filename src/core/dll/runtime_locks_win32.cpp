@@ -41,7 +41,8 @@ Function SystemFunction(const char* name) {
 void Record(LPCRITICAL_SECTION section) {
     for (auto& entry : g_entries) {
         LPCRITICAL_SECTION empty = nullptr;
-        if (entry.section.compare_exchange_strong(empty, section)) {
+        if (!entry.section.load(std::memory_order_relaxed) &&
+            entry.section.compare_exchange_strong(empty, section)) {
             entry.record = section->DebugInfo;
             return;
         }
@@ -52,7 +53,9 @@ void Record(LPCRITICAL_SECTION section) {
 void Forget(LPCRITICAL_SECTION section) {
     for (auto& entry : g_entries) {
         LPCRITICAL_SECTION held = section;
-        if (entry.section.compare_exchange_strong(held, nullptr)) return;
+        if (entry.section.load(std::memory_order_relaxed) == section &&
+            entry.section.compare_exchange_strong(held, nullptr))
+            return;
     }
 }
 

@@ -10,10 +10,12 @@
 //   be what is calling).
 // - The C++ runtime's emergency pool for exceptions thrown when memory has run out, some 73 KB
 //   taken at the DLL's start and otherwise never freed.
+// - The handles it opened and never closed (runtime_handles_win32.cpp).
 // - The critical sections it made in memory of its own and never deleted
 //   (runtime_locks_win32.cpp).
 // - The heap of the DLL's C runtime allocations, with the small blocks the runtime keeps for
 //   every thread that called into it (runtime_heap_win32.cpp).
+#include "core/dll/runtime_handles.h"
 #include "core/dll/runtime_heap.h"
 #include "core/dll/runtime_locks.h"
 #include "support/windows_api.h"
@@ -73,6 +75,7 @@ void ReleaseAtUnload() {
         if (slot != TLS_OUT_OF_INDEXES) RecordedTlsFree(slot);
     }
     __gnu_cxx::__freeres();
+    qvx::core::CloseKeptHandles();
     qvx::core::DeleteKeptLocks();
     qvx::core::DestroyRuntimeHeap();
 }

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+
 namespace qvx::core {
 namespace {
 
@@ -14,6 +16,13 @@ DWORD LowestFreeSlot() {
     DWORD slot = TlsAlloc();
     if (slot != TLS_OUT_OF_INDEXES) TlsFree(slot);
     return slot;
+}
+
+/// The handle the process would be given next: the lowest free one.
+std::uintptr_t NextHandle() {
+    HANDLE probe = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    if (probe) CloseHandle(probe);
+    return reinterpret_cast<std::uintptr_t>(probe);
 }
 
 /// Bytes in use in all the process's heaps.
@@ -54,6 +63,16 @@ TEST(DllUnloadTest, LoadsAndUnloadsLeaveNoThreadStorageSlotTaken) {
     for (int i = 0; i < 5; ++i) ASSERT_TRUE(Cycle());
     EXPECT_EQ(LowestFreeSlot(), before)
         << "a process has 1,088 slots: a slot kept per load ends the host after as many loads";
+}
+
+TEST(DllUnloadTest, LoadsAndUnloadsLeaveNoHandleOpen) {
+    sim::CSession::Instance().Reset();
+    ASSERT_TRUE(Cycle());
+    const std::uintptr_t before = NextHandle();
+    for (int i = 0; i < 5; ++i) ASSERT_TRUE(Cycle());
+    // The thread library keeps a copy of the handle of each thread it served, with an event,
+    // and two semaphores of its own; the multimedia library, unloaded, left registry keys.
+    EXPECT_EQ(NextHandle(), before);
 }
 
 TEST(DllUnloadTest, LoadsAndUnloadsLeaveNoMemoryBehind) {
