@@ -9,8 +9,9 @@
 //
 //   bench_soak.exe [DRIVER_ROUNDS LCD_ROUNDS LOAD_ROUNDS COMMANDS [BARE_DLL]]
 //
-// Under Wine GetProcessHandleCount and GetGuiResources may give 0: the lines say so, and then
-// only private bytes and the connection checks carry information.
+// Under Wine GetProcessHandleCount, GetGuiResources and the private bytes give 0. The lines
+// then carry the lowest free handle (its change counted in handles), the lowest free
+// thread-local storage slot, and what Linux tells of the Wine process and of Wine's server.
 #include "lcd/widgets/lm_lcd_api.h"
 #include "sim/driver/control_api_win32.h"
 #include "plugin_in_process.h"
@@ -24,6 +25,7 @@
 
 #include <psapi.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -68,6 +70,9 @@ bool PumpUntil(const std::function<bool()>& done, unsigned limitMs) {
 
 struct CSample {
     DWORD handles = 0;
+    /// The handle the process would be given next, the lowest free one: where the handle
+    /// count reads 0, a handle kept open shows as this value rising.
+    std::uintptr_t nextHandle = 0;
     DWORD gdi = 0;
     DWORD user = 0;
     SIZE_T privateBytes = 0;
@@ -75,9 +80,13 @@ struct CSample {
     /// segment (private memory), its resident memory and its open file descriptors.
     std::uint64_t vmDataKiB = 0;
     std::uint64_t vmRssKiB = 0;
+    std::uint64_t descriptors = 0;
+    /// The same of Wine's server, which keeps the process's windows, classes, hooks and
+    /// handles on its side.
+    std::uint64_t serverDataKiB = 0;
+    std::uint64_t serverRssKiB = 0;
     /// The simulated LCD library's call log, which grows with every call in this process.
     std::uint64_t lcdLogBytes = 0;
-    std::uint64_t descriptors = 0;
     /// The lowest free thread-local storage slot: a process has 1,088, and a module that takes
     /// one per load without giving it back ends the process when they run out.
     DWORD freeTlsSlot = 0;
@@ -88,26 +97,53 @@ std::size_t g_macros = 0;
 /// The held LCD library, whose log is part of what this process holds.
 qvx::simlcd::CSimLcdControl* g_lcd = nullptr;
 
-std::uint64_t LinuxStatusKiB(const char* key) {
+/// A line of a /proc status file ("Name:", "VmData:"), what follows the key; "" if none.
+std::string LinuxStatusField(const std::filesystem::path& folder, const char* key) {
     // Read as a stream: /proc files report a size of 0.
-    std::ifstream status(std::filesystem::path(L"Z:\\proc\\self\\status"));
+    std::ifstream status(folder / L"status");
     std::string line;
     while (std::getline(status, line)) {
-        if (line.rfind(key, 0) == 0)
-            return std::strtoull(line.c_str() + std::strlen(key), nullptr, 10);
+        if (line.rfind(key, 0) == 0) {
+            const auto start = line.find_first_not_of(" \t", std::strlen(key));
+            return start == std::string::npos ? std::string() : line.substr(start);
+        }
     }
-    return 0;
+    return {};
 }
 
-std::uint64_t LinuxDescriptors() {
+std::uint64_t LinuxStatusKiB(const std::filesystem::path& folder, const char* key) {
+    return std::strtoull(LinuxStatusField(folder, key).c_str(), nullptr, 10);
+}
+
+/// This process's folder in Linux's /proc, through drive Z:. Wine's server opens the files of
+/// its processes, so /proc/self is the server's own; the process is the one that Linux names
+/// after this program (the first 15 characters of its file name).
+std::filesystem::path LinuxProcessFolder() {
+    const std::wstring exe = qvx::os::ExecutablePath();
+    const std::string name =
+        qvx::os::NarrowUtf8(exe.substr(exe.find_last_of(L'\\') + 1)).substr(0, 15);
+    std::error_code ec;
+    for (auto it = std::filesystem::directory_iterator(L"Z:\\proc", ec);
+         !ec && it != std::filesystem::directory_iterator(); it.increment(ec)) {
+        const std::wstring pid = it->path().filename().wstring();
+        if (pid.empty() || pid.find_first_not_of(L"0123456789") != std::wstring::npos) continue;
+        if (LinuxStatusField(it->path(), "Name:") == name) return it->path();
+    }
+    return {};
+}
+
+std::uint64_t LinuxDescriptors(const std::filesystem::path& folder) {
     std::error_code ec;
     std::uint64_t count = 0;
-    for (auto it = std::filesystem::directory_iterator(L"Z:\\proc\\self\\fd", ec);
+    for (auto it = std::filesystem::directory_iterator(folder / L"fd", ec);
          !ec && it != std::filesystem::directory_iterator(); it.increment(ec)) {
         ++count;
     }
     return count;
 }
+
+const std::filesystem::path kServerFolder = L"Z:\\proc\\self";
+std::filesystem::path g_processFolder;
 
 CSample Take() {
     // The host's own records grow with every call; they are not the plug-in's.
@@ -124,6 +160,10 @@ CSample Take() {
     CSample sample;
     HANDLE self = GetCurrentProcess();
     GetProcessHandleCount(self, &sample.handles);
+    if (HANDLE probe = CreateEventW(nullptr, FALSE, FALSE, nullptr)) {
+        sample.nextHandle = reinterpret_cast<std::uintptr_t>(probe);
+        CloseHandle(probe);
+    }
     sample.gdi = GetGuiResources(self, GR_GDIOBJECTS);
     sample.user = GetGuiResources(self, GR_USEROBJECTS);
     PROCESS_MEMORY_COUNTERS_EX memory{};
@@ -132,10 +172,14 @@ CSample Take() {
                              sizeof memory)) {
         sample.privateBytes = memory.PrivateUsage;
     }
-    sample.vmDataKiB = LinuxStatusKiB("VmData:");
-    sample.vmRssKiB = LinuxStatusKiB("VmRSS:");
+    if (!g_processFolder.empty()) {
+        sample.vmDataKiB = LinuxStatusKiB(g_processFolder, "VmData:");
+        sample.vmRssKiB = LinuxStatusKiB(g_processFolder, "VmRSS:");
+        sample.descriptors = LinuxDescriptors(g_processFolder);
+    }
+    sample.serverDataKiB = LinuxStatusKiB(kServerFolder, "VmData:");
+    sample.serverRssKiB = LinuxStatusKiB(kServerFolder, "VmRSS:");
     if (g_lcd) sample.lcdLogBytes = g_lcd->SimLcdReadLog(nullptr, 0);
-    sample.descriptors = LinuxDescriptors();
     sample.freeTlsSlot = TlsAlloc();
     if (sample.freeTlsSlot != TLS_OUT_OF_INDEXES) TlsFree(sample.freeTlsSlot);
     return sample;
@@ -148,15 +192,22 @@ long long Delta(std::uint64_t now, std::uint64_t then) {
 void Print(const char* phase, int round, const CSample& s, const CSample& first) {
     std::fprintf(
         stderr,
-        "%-9s round %6d  handles %lu (%+lld)  gdi %lu (%+lld)  user %lu (%+lld)  "
+        "%-9s round %6d  handles %lu (%+lld)  next handle %#llx (%+lld)  gdi %lu (%+lld)  user %lu "
+        "(%+lld)  "
         "private %llu KiB (%+lld)  linux: data %llu KiB (%+lld)  resident %llu KiB (%+lld)  "
-        "fds %llu (%+lld)  simulated LCD log %llu B (%+lld)  free TLS slot %lu (%+lld)\n",
-        phase, round, s.handles, Delta(s.handles, first.handles), s.gdi, Delta(s.gdi, first.gdi),
-        s.user, Delta(s.user, first.user), static_cast<unsigned long long>(s.privateBytes / 1024),
+        "fds %llu (%+lld)  server data %llu KiB (%+lld)  resident %llu KiB (%+lld)  "
+        "simulated LCD log %llu B (%+lld)  free TLS slot %lu (%+lld)\n",
+        phase, round, s.handles, Delta(s.handles, first.handles),
+        static_cast<unsigned long long>(s.nextHandle), Delta(s.nextHandle, first.nextHandle) / 4,
+        s.gdi, Delta(s.gdi, first.gdi), s.user, Delta(s.user, first.user),
+        static_cast<unsigned long long>(s.privateBytes / 1024),
         Delta(s.privateBytes / 1024, first.privateBytes / 1024),
         static_cast<unsigned long long>(s.vmDataKiB), Delta(s.vmDataKiB, first.vmDataKiB),
         static_cast<unsigned long long>(s.vmRssKiB), Delta(s.vmRssKiB, first.vmRssKiB),
         static_cast<unsigned long long>(s.descriptors), Delta(s.descriptors, first.descriptors),
+        static_cast<unsigned long long>(s.serverDataKiB),
+        Delta(s.serverDataKiB, first.serverDataKiB),
+        static_cast<unsigned long long>(s.serverRssKiB), Delta(s.serverRssKiB, first.serverRssKiB),
         static_cast<unsigned long long>(s.lcdLogBytes), Delta(s.lcdLogBytes, first.lcdLogBytes),
         s.freeTlsSlot, Delta(s.freeTlsSlot, first.freeTlsSlot));
 }
@@ -202,6 +253,10 @@ int wmain(int argc, wchar_t** argv) {
     sim::CSession::Instance().Reset();
     sim::CSession::Instance().OpenModel("block");
 
+    g_processFolder = LinuxProcessFolder();
+    std::fprintf(stderr, "linux figures of %ls and of Wine's server\n",
+                 g_processFolder.empty() ? L"(process not found)" : g_processFolder.c_str());
+
     int failed = 0;
     CPlugin plugin;
     if (!plugin.Load()) {
@@ -228,6 +283,8 @@ int wmain(int argc, wchar_t** argv) {
     });
 
     failed += Phase("load", loadRounds, [&](int) {
+        // The stand-in driver's records of each start's configuration writes are its own.
+        driver.SimDriverClearLog();
         plugin.Unload();
         bool ok = plugin.Load();
         return PumpUntil(connected, 2000) && ok;

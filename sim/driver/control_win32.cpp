@@ -190,6 +190,9 @@ void SimDriverClearLog() {
     Control([](DriverState& state) {
         state.log.clear();
         state.callCounts.clear();
+        state.configWrites.clear();
+        state.uiModes.clear();
+        state.messageBoxes.clear();
     });
 }
 
