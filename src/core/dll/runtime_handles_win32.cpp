@@ -8,6 +8,7 @@
 // system's import library; nothing in here may call the four functions by name.
 #include "core/dll/runtime_handles.h"
 
+#include "core/dll/kernel_function_win32.h"
 #include "support/windows_api.h"
 
 #include <atomic>
@@ -23,14 +24,6 @@ using CloseFunction = BOOL(WINAPI*)(HANDLE);
 constexpr int kRecorded = 1024;
 std::atomic<HANDLE> g_handles[kRecorded];
 
-template <typename Function>
-Function SystemFunction(const char* name) {
-    HMODULE kernel = GetModuleHandleW(L"kernel32.dll");
-    return kernel
-               ? reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(kernel, name)))
-               : nullptr;
-}
-
 HANDLE Record(HANDLE handle) {
     if (!handle || handle == INVALID_HANDLE_VALUE) return handle;
     for (auto& entry : g_handles) {
@@ -44,19 +37,19 @@ HANDLE Record(HANDLE handle) {
 
 HANDLE WINAPI RecordedCreateEvent(LPSECURITY_ATTRIBUTES security, BOOL manual, BOOL set,
                                   LPCSTR name) {
-    auto create = SystemFunction<CreateEventFunction>("CreateEventA");
+    auto create = qvx::core::KernelFunction<CreateEventFunction>("CreateEventA");
     return create ? Record(create(security, manual, set, name)) : nullptr;
 }
 
 HANDLE WINAPI RecordedCreateSemaphore(LPSECURITY_ATTRIBUTES security, LONG initial, LONG most,
                                       LPCSTR name) {
-    auto create = SystemFunction<CreateSemaphoreFunction>("CreateSemaphoreA");
+    auto create = qvx::core::KernelFunction<CreateSemaphoreFunction>("CreateSemaphoreA");
     return create ? Record(create(security, initial, most, name)) : nullptr;
 }
 
 BOOL WINAPI RecordedDuplicate(HANDLE sourceProcess, HANDLE source, HANDLE targetProcess,
                               LPHANDLE target, DWORD access, BOOL inherit, DWORD options) {
-    auto duplicate = SystemFunction<DuplicateFunction>("DuplicateHandle");
+    auto duplicate = qvx::core::KernelFunction<DuplicateFunction>("DuplicateHandle");
     if (!duplicate) return FALSE;
     const BOOL done =
         duplicate(sourceProcess, source, targetProcess, target, access, inherit, options);
@@ -74,7 +67,7 @@ BOOL WINAPI RecordedClose(HANDLE handle) {
                 break;
         }
     }
-    auto close = SystemFunction<CloseFunction>("CloseHandle");
+    auto close = qvx::core::KernelFunction<CloseFunction>("CloseHandle");
     return close ? close(handle) : FALSE;
 }
 
@@ -83,7 +76,7 @@ BOOL WINAPI RecordedClose(HANDLE handle) {
 namespace qvx::core {
 
 void CloseKeptHandles() {
-    auto close = SystemFunction<CloseFunction>("CloseHandle");
+    auto close = qvx::core::KernelFunction<CloseFunction>("CloseHandle");
     if (!close) return;
     for (auto& entry : g_handles) {
         if (HANDLE handle = entry.exchange(nullptr)) close(handle);

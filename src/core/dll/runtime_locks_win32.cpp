@@ -9,6 +9,7 @@
 // system's import library; nothing in here may call the three functions by name.
 #include "core/dll/runtime_locks.h"
 
+#include "core/dll/kernel_function_win32.h"
 #include "support/windows_api.h"
 
 #include <atomic>
@@ -29,14 +30,6 @@ struct Entry {
 };
 constexpr int kRecorded = 256;
 Entry g_entries[kRecorded];
-
-template <typename Function>
-Function SystemFunction(const char* name) {
-    HMODULE kernel = GetModuleHandleW(L"kernel32.dll");
-    return kernel
-               ? reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(kernel, name)))
-               : nullptr;
-}
 
 void Record(LPCRITICAL_SECTION section) {
     for (auto& entry : g_entries) {
@@ -60,7 +53,8 @@ void Forget(LPCRITICAL_SECTION section) {
 }
 
 void WINAPI RecordedInitialize(LPCRITICAL_SECTION section) {
-    if (auto initialize = SystemFunction<InitializeFunction>("InitializeCriticalSection")) {
+    if (auto initialize =
+            qvx::core::KernelFunction<InitializeFunction>("InitializeCriticalSection")) {
         initialize(section);
         Record(section);
     }
@@ -68,7 +62,7 @@ void WINAPI RecordedInitialize(LPCRITICAL_SECTION section) {
 
 BOOL WINAPI RecordedInitializeSpin(LPCRITICAL_SECTION section, DWORD spinCount) {
     auto initialize =
-        SystemFunction<InitializeSpinFunction>("InitializeCriticalSectionAndSpinCount");
+        qvx::core::KernelFunction<InitializeSpinFunction>("InitializeCriticalSectionAndSpinCount");
     if (!initialize || !initialize(section, spinCount)) return FALSE;
     Record(section);
     return TRUE;
@@ -76,7 +70,8 @@ BOOL WINAPI RecordedInitializeSpin(LPCRITICAL_SECTION section, DWORD spinCount) 
 
 void WINAPI RecordedDelete(LPCRITICAL_SECTION section) {
     Forget(section);
-    if (auto remove = SystemFunction<DeleteFunction>("DeleteCriticalSection")) remove(section);
+    if (auto remove = qvx::core::KernelFunction<DeleteFunction>("DeleteCriticalSection"))
+        remove(section);
 }
 
 bool InImage(const void* address) {

@@ -18,6 +18,7 @@
 #include "core/dll/runtime_handles.h"
 #include "core/dll/runtime_heap.h"
 #include "core/dll/runtime_locks.h"
+#include "core/dll/kernel_function_win32.h"
 #include "support/windows_api.h"
 
 #include <atomic>
@@ -39,16 +40,8 @@ std::atomic<DWORD> g_slots[kRecorded] = {TLS_OUT_OF_INDEXES, TLS_OUT_OF_INDEXES,
                                          TLS_OUT_OF_INDEXES, TLS_OUT_OF_INDEXES, TLS_OUT_OF_INDEXES,
                                          TLS_OUT_OF_INDEXES, TLS_OUT_OF_INDEXES};
 
-template <typename Function>
-Function SystemFunction(const char* name) {
-    HMODULE kernel = GetModuleHandleW(L"kernel32.dll");
-    return kernel
-               ? reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(kernel, name)))
-               : nullptr;
-}
-
 DWORD WINAPI RecordedTlsAlloc() {
-    auto allocate = SystemFunction<TlsAllocFunction>("TlsAlloc");
+    auto allocate = qvx::core::KernelFunction<TlsAllocFunction>("TlsAlloc");
     if (!allocate) return TLS_OUT_OF_INDEXES;
     const DWORD slot = allocate();
     if (slot == TLS_OUT_OF_INDEXES) return slot;
@@ -65,7 +58,7 @@ BOOL WINAPI RecordedTlsFree(DWORD slot) {
         DWORD held = slot;
         if (entry.compare_exchange_strong(held, TLS_OUT_OF_INDEXES)) break;
     }
-    auto release = SystemFunction<TlsFreeFunction>("TlsFree");
+    auto release = qvx::core::KernelFunction<TlsFreeFunction>("TlsFree");
     return release ? release(slot) : FALSE;
 }
 
