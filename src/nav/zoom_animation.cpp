@@ -20,7 +20,14 @@ public:
         ProConfigoptGet(kAnimationOption, m_saved);
         ProConfigoptSet(kAnimationOption, L"0.0");
     }
-    ~CAnimationOptionScope() { ProConfigoptSet(kAnimationOption, m_saved); }
+    ~CAnimationOptionScope() {
+        // A host that throws here must not end the process, as an exception leaving a
+        // destructor would; the option then keeps the value the host left it.
+        try {
+            ProConfigoptSet(kAnimationOption, m_saved);
+        } catch (...) {
+        }
+    }
     CAnimationOptionScope(const CAnimationOptionScope&) = delete;
     CAnimationOptionScope& operator=(const CAnimationOptionScope&) = delete;
 

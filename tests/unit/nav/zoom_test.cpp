@@ -263,5 +263,20 @@ TEST_F(ZoomTest, HandlerThatThrowsStopsAtTheSlotAndTheNextPressWorks) {
     EXPECT_DOUBLE_EQ(ScaleRatio(), 5.0) << "the driver's flags were cleared on the way out";
 }
 
+TEST_F(ZoomTest, HostThatThrowsWhenTheOptionIsPutBackEndsOnlyThatZoom) {
+    int sets = 0;
+    Host().onCall = [&sets](const std::string& line) {
+        if (line.rfind("ProConfigoptSet", 0) == 0 && ++sets == 2) throw std::runtime_error("no");
+    };
+    PressFor(V3DCMD_ZOOM_IN, 50);
+    Host().onCall = nullptr;
+    EXPECT_EQ(sets, 2) << "the put-back was reached";
+    EXPECT_DOUBLE_EQ(ScaleRatio(), 5.0);
+    m_loop.Reset();
+    m_scale = Host().panZoom[0][0];
+    PressFor(V3DCMD_ZOOM_IN, 50);
+    EXPECT_DOUBLE_EQ(ScaleRatio(), 5.0);
+}
+
 }  // namespace
 }  // namespace qvx::testing
