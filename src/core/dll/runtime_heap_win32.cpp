@@ -63,9 +63,7 @@ Stamp* StampOf(void* block) { return static_cast<Stamp*>(block) - 1; }
 
 bool Owned(void* block) { return StampOf(block)->mark == MarkOf(block); }
 
-void* Allocate(std::size_t size, DWORD flags) {
-    HANDLE heap = Heap();
-    if (!heap) return nullptr;
+void* Allocate(HANDLE heap, std::size_t size, DWORD flags) {
     if (size > SIZE_MAX - kStamp) return nullptr;
     return Marked(HeapAlloc(heap, flags, size + kStamp));
 }
@@ -73,14 +71,15 @@ void* Allocate(std::size_t size, DWORD flags) {
 }  // namespace
 
 extern "C" void* __wrap_malloc(std::size_t size) {
-    if (!Heap()) return __real_malloc(size);
-    return Allocate(size, 0);
+    HANDLE heap = Heap();
+    return heap ? Allocate(heap, size, 0) : __real_malloc(size);
 }
 
 extern "C" void* __wrap_calloc(std::size_t count, std::size_t size) {
-    if (!Heap()) return __real_calloc(count, size);
+    HANDLE heap = Heap();
+    if (!heap) return __real_calloc(count, size);
     if (size != 0 && count > SIZE_MAX / size) return nullptr;
-    return Allocate(count * size, HEAP_ZERO_MEMORY);
+    return Allocate(heap, count * size, HEAP_ZERO_MEMORY);
 }
 
 extern "C" void __wrap_free(void* block) {
